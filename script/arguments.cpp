@@ -1,0 +1,50 @@
+#include "script/arguments.h"
+
+#include <cstring>
+
+#include "script/errors.h"
+#include "script/evaluator.h"
+
+static void requireToken(char c, ScriptError error) {
+    getToken();
+    if (!tokenIs(c)) syntaxError(error);
+}
+
+void openArguments() {
+    requireToken('(', ScriptError::NoParens);
+}
+
+int32_t readInteger() {
+    getToken();
+    putBack();
+    int32_t value = 0;
+    evalExpression(value);
+    return value;
+}
+
+void nextArgument() {
+    getToken();
+}
+
+void readText(ArgumentText& text) {
+    getToken();
+    std::memcpy(text, gToken, sizeof text);
+}
+
+void expectCloseParen() {
+    requireToken(')', ScriptError::NoParens);
+    // One token of look-ahead: of several line ends behind the call the first is skipped here.
+    getToken();
+    putBack();
+}
+
+void noArguments() {
+    openArguments();
+    expectCloseParen();
+}
+
+void closeStatement() {
+    requireToken(')', ScriptError::NoParens);
+    requireToken(';', ScriptError::NoSemicolon);
+    putBack();
+}

@@ -1,0 +1,50 @@
+#include "script/console_builtins.h"
+
+#include <cstdio>
+
+#include "script/arguments.h"
+#include "script/errors.h"
+#include "script/evaluator.h"
+#include "script/text.h"
+
+int32_t builtinGetche() {
+    std::fflush(stdout);  // the player should see the question before the answer is waited for
+    const int c = std::getchar();
+    skipPastCloseParen();
+    return static_cast<signed char>(c);  // EOF is -1 and stays it
+}
+
+int32_t builtinPutch() {
+    // The parentheses are those of a parenthesised expression: putch(1, 2) fails on its comma.
+    int32_t value = 0;
+    evalExpression(value);
+    std::printf("%d", value);
+    return value;
+}
+
+int32_t builtinPuts() {
+    openArguments();
+    if (getToken() != TokenKind::String) syntaxError(ScriptError::NoClosingQuote);
+    std::puts(gToken);
+    closeStatement();
+    return 0;
+}
+
+int32_t builtinPrint() {
+    openArguments();
+    if (getToken() == TokenKind::String) {
+        std::printf("\n%s", gToken);
+    } else {
+        putBack();
+        int32_t value = 0;
+        evalExpression(value);
+        std::printf("%d", value);
+    }
+    closeStatement();
+    return 0;
+}
+
+int32_t builtinGetnum() {
+    skipPastCloseParen();
+    return 0;
+}

@@ -1,0 +1,16 @@
+// The expression evaluator: recursive descent over the tokens, computing as it reads.
+//
+// Each level starts with the first token of its operand already read and returns with the first
+// token it did not use in gToken. `value` is where the result goes; an empty pair of parentheses
+// leaves it as it was. Arithmetic is 32-bit and wraps.
+//
+// There are no logical and no bitwise operators, no increment and no compound assignment; "^" is
+// a token but no operator. Every error is raised by syntaxError and none returns.
+#pragma once
+
+#include <cstdint>
+
+// Reads and evaluates one expression. The token that ends it is put back, so the caller's next
+// getToken reads it again while gToken still shows it; a lone ";" counts as 0 and stays consumed.
+// Raises NoExpression where there is none.
+void evalExpression(int32_t& value);

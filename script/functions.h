@@ -1,0 +1,40 @@
+// The user functions of the script: the table that the pre-scan fills, and the call.
+#pragma once
+
+#include <cstdint>
+
+#include "script/variables.h"
+
+constexpr int32_t kMaxFunctions = 100;
+constexpr int32_t kMaxArguments = 32;  // of one call
+
+struct ScriptFunction {
+    char name[kNameCapacity] = "";   // lower case: the lexer lowers every identifier
+    int32_t returnType = 0;          // keyword code of the type word; recorded, never used
+    const char* location = nullptr;  // in the program text, just behind the definition's "("
+};
+
+extern ScriptFunction gFunctionTable[kMaxFunctions];  // in text order
+extern int32_t gFunctionCount;                        // used entries of gFunctionTable
+
+// The value of the last `return` executed anywhere. A call does not reset it: a function that ends
+// without `return` yields what the last one before it left.
+extern int32_t gReturnValue;
+
+// Raises TooManyFunctions when the table is full.
+void recordFunction(const ScriptFunction& function);
+
+// The location of the first function with exactly this name, or null.
+const char* findFunction(const char* name);
+
+// Calls the function that the current token names; the position is at the "(" of its arguments.
+// Afterwards the position is behind the argument list and gReturnValue holds the result.
+// Raises NoSuchFunction, TooManyArguments, and whatever the arguments and the body raise.
+void callFunction();
+
+// The two halves of entering a function. getArgs evaluates the argument list at the position and
+// pushes the values, the last one first. getParams, at the callee's location, names them: the first
+// parameter names the first argument. `base` is where the callee's frame starts; parameters without
+// an argument become locals with the value 0, and nothing below the frame is touched.
+void getArgs();
+void getParams(int32_t base);

@@ -1,0 +1,23 @@
+// The bound on nesting: how deep expressions, statements and calls may stand in each other.
+//
+// The evaluator calls itself for every level of the script's nesting, so the machine's stack is
+// what a hostile script would overflow. Both recursive roads (an expression, a statement) count
+// here; beyond the bound the script gets "Nested too deeply".
+#pragma once
+
+#include <cstdint>
+
+// Levels of nesting in all work of one entry into the interpreter. The longest road of one level
+// takes under 2 KiB of stack in the sanitizer build: 8 MiB, the usual size, hold them all.
+constexpr int32_t kMaxNesting = 4000;
+
+// Levels entered and not left on this thread; runGuarded puts it back after an error.
+extern thread_local int32_t gNestingDepth;
+
+// Enters one level, or raises NestedTooDeeply: at the bound, and on a thread whose stack is smaller
+// than usual, before that stack runs out.
+void enterNesting();
+
+inline void leaveNesting() {
+    gNestingDepth--;
+}

@@ -1,0 +1,58 @@
+// The variables of the script: globals, the stack of locals, and the stack of active calls.
+//
+// All values are signed 32-bit integers, `char` variables too. The stacks are fixed; what does not
+// fit is a script error. Shared as it stands by the main thread and the timer thread.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+constexpr int32_t kMaxGlobals = 100;
+constexpr int32_t kMaxLocals = 201;   // of all active calls together, arguments included
+constexpr int32_t kMaxCalls = 101;    // active at one time, the run of main included
+constexpr size_t kNameCapacity = 31;  // bytes of a name, the terminating zero included
+
+// What ScriptVariable::type holds besides the keyword codes of `char` and `int`.
+constexpr int32_t kArgumentType = 0;
+constexpr int32_t kParameterType = 3;
+
+struct ScriptVariable {
+    char name[kNameCapacity] = "";  // lower case; empty for an argument that no parameter names
+    int32_t type = kArgumentType;   // recorded, never used
+    int32_t value = 0;
+};
+
+extern ScriptVariable gGlobalVars[kMaxGlobals];  // in declaration order; filled by the pre-scan
+extern int32_t gGlobalCount;                     // used entries of gGlobalVars
+
+extern ScriptVariable gLocalStack[kMaxLocals];  // locals and arguments of all active calls
+extern int32_t gLocalTop;                       // used entries of gLocalStack
+
+extern int32_t gCallStack[kMaxCalls];  // for each active call, gLocalTop at its start
+extern int32_t gCallDepth;             // active calls
+
+// Copies a name into a record's field. A name longer than 30 characters is fatal: prints
+// "Name is too long: " and the name, and aborts the process.
+void copyName(char (&target)[kNameCapacity], const char* name);
+
+// Raises TooManyGlobals when gGlobalVars is full.
+void declareGlobalVariable(const ScriptVariable& variable);
+
+// Pushes a local of the current call. Raises TooManyLocals when the stack is full.
+void pushLocal(const ScriptVariable& variable);
+
+// Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.
+void pushCall(int32_t base);
+
+// Leaves the current call and returns its base. Raises ReturnOutsideFunction if there is none.
+int32_t popCall();
+
+// gLocalTop at the start of the current call: its locals stand from there on. 0 outside calls.
+int32_t currentFrameBase();
+
+// The look-up of a name: the current call's locals from the newest to the oldest, then the globals
+// in order; the first exact match counts. A callee cannot see the locals of its caller.
+// findVar and assignVar raise NoSuchVariable for a name that is not found.
+int32_t findVar(const char* name);
+bool isVar(const char* name);
+void assignVar(const char* name, int32_t value);
