@@ -1,0 +1,75 @@
+#include "app/main_loop.h"
+
+#include <cstdio>
+
+#include "app/event_record.h"
+#include "app/frame.h"
+#include "app/globals.h"
+#include "app/main_thread.h"
+#include "app/ticks.h"
+#include "script/recovery.h"
+
+bool gLeftButtonDown = false;
+bool gRightButtonDown = false;
+const Uint8* gKeyboardState = nullptr;
+
+void refreshKeyboardState() {
+    gKeyboardState = SDL_GetKeyboardState(nullptr);
+}
+
+void fireHeldKeys() {
+    refreshKeyboardState();
+}
+
+static void fireHeldKeysGuarded() {
+    runGuarded([](const void*) { fireHeldKeys(); }, nullptr);
+}
+
+static void pressButton() {
+    if (gEvent.button.button == SDL_BUTTON_LEFT) gLeftButtonDown = true;
+    if (gEvent.button.button == SDL_BUTTON_RIGHT) gRightButtonDown = true;
+}
+
+static void releaseButton() {
+    if (gEvent.button.button == SDL_BUTTON_LEFT) gLeftButtonDown = false;
+    if (gEvent.button.button == SDL_BUTTON_RIGHT) gRightButtonDown = false;
+}
+
+static void dispatchEvent() {
+    switch (gEvent.type) {
+        case SDL_KEYDOWN:
+        case SDL_KEYUP:
+            fireHeldKeysGuarded();
+            break;
+        case SDL_MOUSEBUTTONDOWN:
+            pressButton();
+            break;
+        case SDL_MOUSEBUTTONUP:
+            releaseButton();
+            break;
+        default:
+            break;
+    }
+}
+
+bool drainEvents() {
+    bool quit = false;
+    SDL_Event event;
+    while (SDL_PollEvent(&event) != 0) {
+        if (runMainThreadEvent(event)) continue;
+        gEvent = filledPart(event);
+        if (gEvent.type == SDL_QUIT) quit = true;
+        dispatchEvent();
+    }
+    return quit;
+}
+
+void runMainLoop() {
+    bool quit = false;
+    while (!quit) {
+        quit = drainEvents();
+        runDueTicks(SDL_GetTicks64());
+        drawFrame();
+        std::fflush(stdout);
+    }
+}

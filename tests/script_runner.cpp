@@ -1,0 +1,15 @@
+// Loads the level script of the working directory and runs its main as the engine does, but without
+// a window: for tests that run thousands of scripts.
+#include <cstdio>
+
+#include "app/globals.h"
+#include "script/program.h"
+
+int main() {
+    if (!loadScript(gScriptPath.c_str())) {
+        std::fputs("\nFailed to load script.txt", stdout);
+        return 0;
+    }
+    runMain();
+    return 0;
+}
