@@ -43,6 +43,13 @@ void noArguments() {
     expectCloseParen();
 }
 
+int32_t onlyInteger() {
+    openArguments();
+    const int32_t value = readInteger();
+    expectCloseParen();
+    return value;
+}
+
 void closeStatement() {
     requireToken(')', ScriptError::NoParens);
     requireToken(';', ScriptError::NoSemicolon);

@@ -37,8 +37,9 @@ void readText(ArgumentText& text);
 // Requires ")", else raises NoParens.
 void expectCloseParen();
 
-// A call without arguments: "(" and ")".
+// The two shortest calls: "(" and ")", and one integer in them.
 void noArguments();
+int32_t onlyInteger();
 
 // Requires ")" and then ";" (else raises NoParens, NoSemicolon) and puts the ";" back: for the
 // built-ins that must end a statement.
