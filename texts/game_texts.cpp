@@ -1,0 +1,82 @@
+#include "texts/game_texts.h"
+
+#include "app/globals.h"
+#include "app/main_thread.h"
+#include "texts/fonts.h"
+#include "timers/timers.h"
+
+std::map<int32_t, GameText> gGameTexts;
+std::map<int32_t, GameText>::iterator gGameTextCursor;
+int32_t gNextTextNumber = 0;
+int32_t gLastTextNumber = 0;
+
+GameText::GameText() : number(gNextTextNumber) {
+    gLastTextNumber = number;
+    gNextTextNumber = number + 1;
+}
+
+GameText& findOrCreateGameText(int32_t key) {
+    return gGameTexts[key];
+}
+
+int32_t createGameText(const char* text, const SDL_Rect& rect) {
+    GameText& record = findOrCreateGameText(gNextTimerId);
+    record.text = text;
+    record.rect = rect;
+    record.hidden = false;
+    return gLastTextNumber;
+}
+
+static void destroyTexture(void* texture) {
+    // Behind the close the texture is gone already, with its renderer.
+    if (!gEngineClosed) SDL_DestroyTexture(static_cast<SDL_Texture*>(texture));
+}
+
+static void freeSurface(void* surface) {
+    SDL_FreeSurface(static_cast<SDL_Surface*>(surface));
+}
+
+void removeGameText(GameText& text) {
+    text.hidden = true;
+    const auto entry = gGameTexts.find(text.number);
+    if (entry == gGameTexts.end()) return;
+    SDL_Texture* texture = entry->second.texture;
+    SDL_Surface* surface = entry->second.surface;
+    gGameTexts.erase(entry);
+    if (texture != nullptr) postToMainThread(destroyTexture, texture);
+    if (surface != nullptr) postToMainThread(freeSurface, surface);
+}
+
+void setTextPosition(GameText& text, int32_t x, int32_t y) {
+    text.rect.x = x;
+    text.rect.y = y;
+}
+
+void setTextSize(GameText& text, int32_t w, int32_t h) {
+    text.rect.w = w;
+    text.rect.h = h;
+}
+
+// Puts this frame's surface and texture in place of the last one's.
+static void renderText(GameText& text) {
+    if (text.texture != nullptr) SDL_DestroyTexture(text.texture);
+    SDL_FreeSurface(text.surface);
+    text.texture = nullptr;
+    text.surface = TTF_RenderUTF8_Solid(gFont, text.text.c_str(), gTextColour);
+    if (text.surface == nullptr) return;
+    text.texture = SDL_CreateTextureFromSurface(gRenderer, text.surface);
+}
+
+void drawGameText(GameText& text) {
+    if (text.hidden) return;
+    renderText(text);
+    if (text.texture != nullptr) SDL_RenderCopy(gRenderer, text.texture, nullptr, &text.rect);
+}
+
+void drawGameTexts() {
+    gGameTextCursor = gGameTexts.begin();
+    while (!gGameTexts.empty() && gGameTextCursor != gGameTexts.end()) {
+        drawGameText(gGameTextCursor->second);
+        ++gGameTextCursor;
+    }
+}
