@@ -9,7 +9,9 @@
 
 #include "app/globals.h"
 #include "app/main_thread.h"
+#include "images/images.h"
 #include "texts/fonts.h"
+#include "units/units.h"
 
 // SDL catches the first Ctrl-C or SIGTERM and turns it into a quit event. A script in an endless
 // loop never reads that event, so the second one must end the process, wherever it hangs.
@@ -75,14 +77,16 @@ static bool require(bool succeeded, const char* message) {
 }
 
 bool initEngine() {
-    return require(initFonts(), "\nCant load font!") && initSdl() && initHints() && initWindow() &&
-           initRenderer();
+    return require(initFonts(), "\nCant load font!") &&
+           require(loadUnitTypes(), "\nCant load units!") && initSdl() && initHints() &&
+           initWindow() && initRenderer() && require(loadSystemPictures(), "Cant load SysPics");
 }
 
 void closeEngine() {
     if (gEngineClosed) return;
     gEngineClosed = true;
     stopMainThreadCalls();
+    closeImages();
     SDL_DestroyRenderer(gRenderer);
     SDL_DestroyWindow(gWindow);
     closeFont();

@@ -3,6 +3,15 @@
 #include <SDL.h>
 
 #include "app/globals.h"
+#include "images/images.h"
+#include "texts/game_texts.h"
+#include "units/units.h"
+
+// The size is read again after each image: a timer function may load one meanwhile.
+static void drawImages(const std::vector<Image>& images) {
+    for (size_t i = 0; i < images.size(); i++)
+        draw(images[i]);
+}
 
 void drawFrame() {
     if (gEngineClosed) {
@@ -11,5 +20,9 @@ void drawFrame() {
         return;
     }
     SDL_RenderClear(gRenderer);
+    drawImages(gImages);
+    drawGameTexts();
+    drawUnits();
+    drawImages(gSystemPictures);
     SDL_RenderPresent(gRenderer);
 }

@@ -3,6 +3,8 @@
 SDL_Window* gWindow = nullptr;
 SDL_Renderer* gRenderer = nullptr;
 bool gEngineClosed = false;
+bool gLeftButtonDown = false;
+bool gRightButtonDown = false;
 SDL_Event gEvent;
 
 const std::string gLevelDir = "levels/level1/";

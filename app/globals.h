@@ -18,6 +18,10 @@ extern SDL_Renderer* gRenderer;
 // True once closeEngine has released SDL and all it owned. Set on the main thread, never cleared.
 extern bool gEngineClosed;
 
+// The left and the right mouse button are held. Written by the main loop at every button event.
+extern bool gLeftButtonDown;
+extern bool gRightButtonDown;
+
 // The last event that a poll delivered to the main loop, with zeros in all bytes that the event
 // does not fill; all zeros before the first. Written by the main loop, read from wherever script
 // code runs.

@@ -7,10 +7,10 @@
 #include "app/globals.h"
 #include "app/main_thread.h"
 #include "app/ticks.h"
+#include "keys/key_bindings.h"
 #include "script/recovery.h"
+#include "units/selection.h"
 
-bool gLeftButtonDown = false;
-bool gRightButtonDown = false;
 const Uint8* gKeyboardState = nullptr;
 
 void refreshKeyboardState() {
@@ -19,6 +19,9 @@ void refreshKeyboardState() {
 
 void fireHeldKeys() {
     refreshKeyboardState();
+    for (int32_t key = 0; key < kKeyCodes; key++) {
+        if (gKeyboardState[key] != 0) fireKey(key);
+    }
 }
 
 static void fireHeldKeysGuarded() {
@@ -26,13 +29,23 @@ static void fireHeldKeysGuarded() {
 }
 
 static void pressButton() {
-    if (gEvent.button.button == SDL_BUTTON_LEFT) gLeftButtonDown = true;
+    if (gEvent.button.button == SDL_BUTTON_LEFT) {
+        gLeftButtonDown = true;
+        startSelectionFrame();
+    }
     if (gEvent.button.button == SDL_BUTTON_RIGHT) gRightButtonDown = true;
 }
 
 static void releaseButton() {
-    if (gEvent.button.button == SDL_BUTTON_LEFT) gLeftButtonDown = false;
-    if (gEvent.button.button == SDL_BUTTON_RIGHT) gRightButtonDown = false;
+    if (gEvent.button.button == SDL_BUTTON_LEFT) {
+        gLeftButtonDown = false;
+        setVisible(selectionFrame(), false);
+        if (!selectUnitsInFrame()) pickUnitAtPoint();
+    }
+    if (gEvent.button.button == SDL_BUTTON_RIGHT) {
+        gRightButtonDown = false;
+        commandSelectedUnits();
+    }
 }
 
 static void dispatchEvent() {
@@ -40,6 +53,9 @@ static void dispatchEvent() {
         case SDL_KEYDOWN:
         case SDL_KEYUP:
             fireHeldKeysGuarded();
+            break;
+        case SDL_MOUSEMOTION:
+            onPointerMotion();
             break;
         case SDL_MOUSEBUTTONDOWN:
             pressButton();

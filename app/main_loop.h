@@ -4,10 +4,6 @@
 
 #include <SDL.h>
 
-// The left and the right mouse button are held. Written here at every button event.
-extern bool gLeftButtonDown;
-extern bool gRightButtonDown;
-
 // SDL's array of key states, one byte for each scancode; owned by SDL. Read again at every keyboard
 // event.
 extern const Uint8* gKeyboardState;

@@ -1,7 +1,52 @@
 #include "app/ticks.h"
 
-void startTicks() {}
+#include <SDL.h>
 
-void runDueTicks(uint64_t) {}
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 
-void runTicksOnMainThread(uint64_t) {}
+#include "app/globals.h"
+#include "timers/timers.h"
+#include "units/unit_movement.h"
+
+static constexpr uint32_t kTimerTickMs = 1;
+static constexpr uint32_t kUnitTickMs = 10;
+static constexpr uint64_t kMaxBacklogMs = 250;
+
+// Of the ticks on the main thread: when they started, and up to when they have run.
+static bool gTicksOnMainThread = false;
+static uint64_t gTicksStartMs = 0;
+static uint64_t gTickedMs = 0;
+
+void runTicksOnMainThread(uint64_t nowMs) {
+    gTicksOnMainThread = true;
+    gTicksStartMs = gTickedMs = nowMs;
+}
+
+void startTicks() {
+    const char* place = std::getenv("ZEL_TICKS");
+    if (place != nullptr && std::strcmp(place, "main") == 0) {
+        runTicksOnMainThread(SDL_GetTicks64());
+        return;
+    }
+    if (place != nullptr && place[0] != '\0') {
+        std::fprintf(stderr, "ZEL_TICKS=%s means nothing, only \"main\" does\n", place);
+    }
+    SDL_AddTimer(kTimerTickMs, stepAllTimers, gTimerParam);
+    SDL_AddTimer(kUnitTickMs, stepAllUnits, gTimerParam);
+}
+
+static void runTicksOfMillisecond(uint64_t ms) {
+    stepAllTimers(kTimerTickMs, gTimerParam);
+    if ((ms - gTicksStartMs) % kUnitTickMs == 0) stepAllUnits(kUnitTickMs, gTimerParam);
+}
+
+void runDueTicks(uint64_t nowMs) {
+    if (!gTicksOnMainThread) return;
+    if (nowMs - gTickedMs > kMaxBacklogMs) gTickedMs = nowMs - kMaxBacklogMs;
+    while (gTickedMs < nowMs && !gEngineClosed) {
+        gTickedMs++;
+        runTicksOfMillisecond(gTickedMs);
+    }
+}
