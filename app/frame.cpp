@@ -13,16 +13,20 @@ static void drawImages(const std::vector<Image>& images) {
         draw(images[i]);
 }
 
+void composeFrame() {
+    SDL_RenderClear(gRenderer);
+    drawImages(gImages);
+    drawGameTexts();
+    drawUnits();
+    drawImages(gSystemPictures);
+}
+
 void drawFrame() {
     if (gEngineClosed) {
         constexpr Uint32 kFrameMs = 16;
         SDL_Delay(kFrameMs);
         return;
     }
-    SDL_RenderClear(gRenderer);
-    drawImages(gImages);
-    drawGameTexts();
-    drawUnits();
-    drawImages(gSystemPictures);
+    composeFrame();
     SDL_RenderPresent(gRenderer);
 }

@@ -5,3 +5,6 @@
 // waits for the display to show it. After closeEngine it only waits, about as long as a frame
 // takes. Main thread only.
 void drawFrame();
+
+// The first half of drawFrame: composes the frame in the renderer's target and does not present it.
+void composeFrame();
