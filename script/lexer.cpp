@@ -159,7 +159,14 @@ static TokenKind takeToken(const char* p) {
     return TokenKind::Delimiter;
 }
 
+#ifdef ZEL_STEP_BUDGET
+void countStep();  // of the fuzz target: ends scripts that would never end
+#else
+static void countStep() {}
+#endif
+
 TokenKind getToken() {
+    countStep();
     gTokenKind = TokenKind::Delimiter;
     gKeywordCode = KeywordCode::None;
     gToken[0] = '\0';
