@@ -1,0 +1,249 @@
+#!/usr/bin/python3
+"""Runs one level script through the real engine and compares what comes out.
+
+    run_script.py ZEL SCRIPT.txt
+
+Beside SCRIPT.txt stand the answers:
+    .out     the exact bytes of standard output
+    .regex   in place of .out: a pattern that the whole output matches
+    .status  the exit status, 0 if there is no such file; -8 is death by signal 8
+    .err     a text that standard error contains
+    .in      standard input, empty if there is no such file
+    .env     environment variables, one NAME=VALUE on a line
+A script in a folder "hangs" has none of .out and .status: the engine must stop over it for ever.
+"""
+
+import difflib
+import glob
+import os
+import re
+import select
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+PATIENCE = 30 if os.environ.get("ZEL_TEST_SLOW") else 10  # seconds until all output must be there
+QUIET = 0.1  # seconds of silence after which the output counts as complete
+HANG_AFTER = 2  # seconds that an engine which hangs is watched
+IDLE = 0.3  # seconds of processor time that it may use in the last of them
+SANITIZER_SIGNS = (b"Sanitizer", b"runtime error:")
+
+
+class Expectation:
+    """What stands in the files beside a script."""
+
+    def __init__(self, script):
+        self.stem = os.path.splitext(script)[0]
+        self.hangs = os.path.basename(os.path.dirname(os.path.abspath(script))) == "hangs"
+        self.out = self.read(".out")
+        self.regex = self.read(".regex")
+        self.status = int(self.read(".status") or 0)
+        self.err = (self.read(".err") or b"").strip()
+        self.env = (self.read(".env") or b"").decode().split()
+
+    def read(self, suffix):
+        if not os.path.exists(self.stem + suffix):
+            return None
+        with open(self.stem + suffix, "rb") as file:
+            return file.read()
+
+    def input_path(self):
+        return self.stem + ".in" if os.path.exists(self.stem + ".in") else os.devnull
+
+    def is_all_there(self, out):
+        if self.regex is not None:
+            return re.fullmatch(self.regex, out) is not None
+        return len(out) >= len(self.out)
+
+    def is_met_by(self, out):
+        if self.regex is not None:
+            return re.fullmatch(self.regex, out) is not None
+        return out == self.out
+
+
+def find_font():
+    if os.environ.get("ZEL_TEST_FONT"):
+        return os.environ["ZEL_TEST_FONT"]
+    fonts = glob.glob("/usr/share/fonts/**/LiberationSans-Regular.ttf", recursive=True)
+    if not fonts:
+        sys.exit("Liberation Sans is missing: install fonts-liberation or set ZEL_TEST_FONT")
+    return fonts[0]
+
+
+def write_file(path, content):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "wb") as file:
+        file.write(content)
+
+
+def tiny_bmp():
+    pixels = b"\x40\x80\xc0" * 4 * 4  # 4 by 4, 24 bits: the rows need no padding
+    header = struct.pack("<2sIHHI", b"BM", 54 + len(pixels), 0, 0, 54)
+    return header + struct.pack("<IiiHHIIiiII", 40, 4, 4, 1, 24, 0, 0, 0, 0, 0, 0) + pixels
+
+
+def build_game(folder, script):
+    os.symlink(find_font(), os.path.join(folder, "arial.ttf"))
+    write_file(os.path.join(folder, "SysPics", "select.bmp"), tiny_bmp())
+    write_file(os.path.join(folder, "levels", "level1", "img", "peon.bmp"), tiny_bmp())
+    with open(script, "rb") as file:
+        write_file(os.path.join(folder, "levels", "level1", "script.txt"), file.read())
+
+
+def environment(extra):
+    env = dict(os.environ, SDL_VIDEODRIVER="offscreen", SDL_AUDIODRIVER="dummy")
+    env.pop("ZEL_TICKS", None)
+    # A fatal fault must be seen as the signal that it is; graphics drivers leak on their own.
+    own = "handle_sigfpe=0:handle_abort=0:detect_leaks=0:"
+    env["ASAN_OPTIONS"] = own + env.get("ASAN_OPTIONS", "")
+    env.update(line.split("=", 1) for line in extra)
+    return env
+
+
+def start(zel, folder, expected, err_file):
+    with open(expected.input_path(), "rb") as in_file:
+        return subprocess.Popen([zel], cwd=folder, env=environment(expected.env), stdin=in_file,
+                                stdout=subprocess.PIPE, stderr=err_file)
+
+
+def read_some(process, seconds):
+    """The next bytes of output: b"" at its end, None when nothing comes in time."""
+    ready, _, _ = select.select([process.stdout], [], [], max(seconds, 0))
+    return os.read(process.stdout.fileno(), 65536) if ready else None
+
+
+def read_output(process, expected):
+    """Reads until the engine ends, or falls silent after all that is expected of it.
+
+    Gives the output and whether the engine has ended by itself.
+    """
+    out = b""
+    deadline = time.monotonic() + PATIENCE
+    while True:
+        patience = deadline - time.monotonic()
+        if expected.is_all_there(out):
+            patience = min(patience, QUIET)
+        some = read_some(process, patience)
+        if not some:
+            return out, some is not None
+        out += some
+        if time.monotonic() > deadline:
+            return out, False
+
+
+def finish(process, ended):
+    """Asks an engine that is still in its loop to quit; gives the rest of its output."""
+    if not ended:
+        process.send_signal(signal.SIGTERM)
+    try:
+        return process.communicate(timeout=PATIENCE)[0]
+    except subprocess.TimeoutExpired:
+        process.kill()
+        return process.communicate()[0] + b"\n[killed: it did not quit when asked to]"
+
+
+def escaped_lines(out):
+    text = out.decode("utf-8", "backslashreplace")
+    return [repr(line) for line in text.splitlines(keepends=True)]
+
+
+def output_fault(expected, out):
+    if expected.is_met_by(out):
+        return []
+    if expected.regex is not None:
+        return ["output does not match " + repr(expected.regex), "actual: " + repr(out)]
+    diff = difflib.context_diff(escaped_lines(expected.out), escaped_lines(out),
+                                "expected", "actual", lineterm="")
+    return ["expected: " + repr(expected.out), "actual:   " + repr(out)] + list(diff)
+
+
+def error_faults(expected, err):
+    faults = []
+    if expected.err not in err:
+        faults.append("standard error lacks " + repr(expected.err) + ": " + repr(err))
+    if any(sign in err for sign in SANITIZER_SIGNS):
+        faults.append("a sanitizer complains:\n" + err.decode("utf-8", "replace"))
+    return faults
+
+
+def run(zel, folder, expected, err_file):
+    process = start(zel, folder, expected, err_file)
+    out, ended = read_output(process, expected)
+    out += finish(process, ended)
+    faults = output_fault(expected, out)
+    if process.returncode != expected.status:
+        faults.append(f"exit status {process.returncode}, expected {expected.status}")
+    return faults
+
+
+def processor_seconds(process):
+    with open(f"/proc/{process.pid}/stat", encoding="ascii") as file:
+        fields = file.read().rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def wait_for_text(process, path, text):
+    deadline = time.monotonic() + PATIENCE
+    while time.monotonic() < deadline and process.poll() is None:
+        with open(path, "rb") as file:
+            if text in file.read():
+                return
+        time.sleep(0.02)
+
+
+def interrupt(process):
+    """The first interrupt may end a hanging engine, the second one must."""
+    for _ in range(2):
+        process.send_signal(signal.SIGINT)
+        try:
+            process.wait(0.3)
+            return []
+        except subprocess.TimeoutExpired:
+            continue
+    process.kill()
+    return ["two interrupts do not end it"]
+
+
+def watch_idling(process, started):
+    time.sleep(max(0, started + HANG_AFTER - 1 - time.monotonic()))
+    if process.poll() is not None:
+        return [f"it does not hang, it ended with status {process.returncode}"]
+    before = processor_seconds(process)
+    time.sleep(1)
+    if process.poll() is not None:
+        return [f"it does not hang, it ended with status {process.returncode}"]
+    used = processor_seconds(process) - before
+    return [f"it used {used:.2f} s of processor time in a second"] if used >= IDLE else []
+
+
+def run_hang(zel, folder, expected, err_file):
+    started = time.monotonic()
+    process = start(zel, folder, expected, err_file)
+    wait_for_text(process, err_file.name, expected.err)
+    faults = watch_idling(process, started)
+    if process.poll() is None:
+        faults += interrupt(process)
+    out = process.communicate()[0]
+    return faults + (["standard output is not empty: " + repr(out)] if out else [])
+
+
+def main():
+    zel, script = map(os.path.abspath, sys.argv[1:])
+    expected = Expectation(script)
+    if not expected.hangs and expected.out is None and expected.regex is None:
+        sys.exit("no .out and no .regex beside " + script)
+    with tempfile.TemporaryDirectory(prefix="zel-script-") as folder:
+        build_game(folder, script)
+        with open(os.path.join(folder, "stderr"), "w+b") as err_file:
+            faults = (run_hang if expected.hangs else run)(zel, folder, expected, err_file)
+            err_file.seek(0)
+            faults += error_faults(expected, err_file.read())
+    if faults:
+        sys.exit("\n".join([script] + faults))
+
+
+if __name__ == "__main__":
+    main()
