@@ -26,7 +26,6 @@ import tempfile
 import time
 
 PATIENCE = 30 if os.environ.get("ZEL_TEST_SLOW") else 10  # seconds until all output must be there
-QUIET = 0.1  # seconds of silence after which the output counts as complete
 HANG_AFTER = 2  # seconds that an engine which hangs is watched
 IDLE = 0.3  # seconds of processor time that it may use in the last of them
 SANITIZER_SIGNS = (b"Sanitizer", b"runtime error:")
@@ -53,7 +52,14 @@ class Expectation:
     def input_path(self):
         return self.stem + ".in" if os.path.exists(self.stem + ".in") else os.devnull
 
+    def ends_by_itself(self):
+        """An engine that fails to start shuts down, and a late SIGTERM would kill it then."""
+        answer = self.out if self.regex is None else self.regex
+        return not answer or b"Failed to load" in answer
+
     def is_all_there(self, out):
+        if self.ends_by_itself():
+            return False
         if self.regex is not None:
             return re.fullmatch(self.regex, out) is not None
         return len(out) >= len(self.out)
@@ -109,33 +115,30 @@ def start(zel, folder, expected, err_file):
                                 stdout=subprocess.PIPE, stderr=err_file)
 
 
-def read_some(process, seconds):
-    """The next bytes of output: b"" at its end, None when nothing comes in time."""
-    ready, _, _ = select.select([process.stdout], [], [], max(seconds, 0))
-    return os.read(process.stdout.fileno(), 65536) if ready else None
-
-
 def read_output(process, expected):
-    """Reads until the engine ends, or falls silent after all that is expected of it.
+    """Reads until the engine ends or all that is expected of it has come.
 
     Gives the output and whether the engine has ended by itself.
     """
     out = b""
     deadline = time.monotonic() + PATIENCE
-    while True:
-        patience = deadline - time.monotonic()
-        if expected.is_all_there(out):
-            patience = min(patience, QUIET)
-        some = read_some(process, patience)
+    while not expected.is_all_there(out):
+        patience = max(deadline - time.monotonic(), 0)
+        ready, _, _ = select.select([process.stdout], [], [], patience)
+        some = os.read(process.stdout.fileno(), 65536) if ready else b""
         if not some:
-            return out, some is not None
+            return out, bool(ready)
         out += some
-        if time.monotonic() > deadline:
-            return out, False
+    return out, False
 
 
 def finish(process, ended):
-    """Asks an engine that is still in its loop to quit; gives the rest of its output."""
+    """Asks an engine that is still in its loop to quit; gives the rest of its output.
+
+    There is no need to wait for more output before: the signal only asks the loop to quit, so
+    main() runs to its end and all that it prints still comes. Every frame drawn without a display
+    costs time again when the renderer is destroyed.
+    """
     if not ended:
         process.send_signal(signal.SIGTERM)
     try:
@@ -232,6 +235,8 @@ def run_hang(zel, folder, expected, err_file):
 
 def main():
     zel, script = map(os.path.abspath, sys.argv[1:])
+    # A shell starts its background jobs with interrupts ignored, and the engine would inherit that.
+    signal.signal(signal.SIGINT, signal.default_int_handler)
     expected = Expectation(script)
     if not expected.hangs and expected.out is None and expected.regex is None:
         sys.exit("no .out and no .regex beside " + script)
