@@ -27,7 +27,7 @@ import time
 
 PATIENCE = 30 if os.environ.get("ZEL_TEST_SLOW") else 10  # seconds until all output must be there
 HANG_AFTER = 2  # seconds that an engine which hangs is watched
-IDLE = 0.3  # seconds of processor time that it may use in the last of them
+IDLE = 0.05  # seconds of processor time that it may use in the last of them, on a busy machine
 SANITIZER_SIGNS = (b"Sanitizer", b"runtime error:")
 
 
