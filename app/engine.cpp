@@ -13,12 +13,24 @@
 #include "texts/fonts.h"
 #include "units/units.h"
 
-// SDL catches the first Ctrl-C or SIGTERM and turns it into a quit event. A script in an endless
-// loop never reads that event, so the second one must end the process, wherever it hangs.
+// SDL's own handlers of SIGINT and SIGTERM; what it had not caught stays uncaught here.
+static void (*gSdlInterruptHandler)(int) = nullptr;
+
+// SDL catches Ctrl-C and SIGTERM and turns them into a quit event. A script in an endless loop never
+// reads that event, so the second one must end the process, wherever it hangs. SDL's handler sets
+// itself up again (SDL_quit.c), whatever the flags it was installed with: undone here.
+static void askToQuitOnce(int signal) {
+    gSdlInterruptHandler(signal);
+    std::signal(signal, SIG_DFL);
+}
+
 static void endProcessOnSecondSignal() {
     for (const int signal : {SIGINT, SIGTERM}) {
         struct sigaction action;
-        if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_DFL) continue;
+        if (sigaction(signal, nullptr, &action) != 0) continue;
+        if (action.sa_handler == SIG_DFL || action.sa_handler == SIG_IGN) continue;
+        gSdlInterruptHandler = action.sa_handler;
+        action.sa_handler = askToQuitOnce;
         action.sa_flags |= static_cast<int>(SA_RESETHAND);
         sigaction(signal, &action, nullptr);
     }
