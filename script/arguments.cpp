@@ -4,6 +4,7 @@
 
 #include "script/errors.h"
 #include "script/evaluator.h"
+#include "script/tokens.h"
 
 static void requireToken(char c, ScriptError error) {
     getToken();
@@ -28,7 +29,7 @@ void nextArgument() {
 
 void readText(ArgumentText& text) {
     getToken();
-    std::memcpy(text, gToken, sizeof text);
+    std::memcpy(text, gToken->text, sizeof text);
 }
 
 void expectCloseParen() {

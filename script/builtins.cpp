@@ -1,7 +1,5 @@
 #include "script/builtins.h"
 
-#include <cstring>
-
 #include "app/window_builtins.h"
 #include "images/image_builtins.h"
 #include "keys/key_builtins.h"
@@ -55,9 +53,9 @@ const BuiltinFunction gBuiltins[] = {
     {"", nullptr},
 };
 
-int32_t findBuiltin(const char* name) {
+int32_t findBuiltin(std::string_view name) {
     for (int32_t i = 0; gBuiltins[i].name[0] != '\0'; i++) {
-        if (std::strcmp(gBuiltins[i].name, name) == 0) return i;
+        if (name == gBuiltins[i].name) return i;
     }
     return -1;
 }

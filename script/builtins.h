@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 struct BuiltinFunction {
     const char* name;      // lower case
@@ -15,4 +16,4 @@ struct BuiltinFunction {
 extern const BuiltinFunction gBuiltins[];
 
 // The index of the built-in with exactly this name, or -1.
-int32_t findBuiltin(const char* name);
+int32_t findBuiltin(std::string_view name);

@@ -6,6 +6,7 @@
 #include "script/errors.h"
 #include "script/evaluator.h"
 #include "script/text.h"
+#include "script/tokens.h"
 
 int32_t builtinGetche() {
     std::fflush(stdout);  // the player should see the question before the answer is waited for
@@ -25,7 +26,7 @@ int32_t builtinPutch() {
 int32_t builtinPuts() {
     openArguments();
     if (getToken() != TokenKind::String) syntaxError(ScriptError::NoClosingQuote);
-    std::puts(gToken);
+    std::puts(gToken->text);
     closeStatement();
     return 0;
 }
@@ -33,7 +34,7 @@ int32_t builtinPuts() {
 int32_t builtinPrint() {
     openArguments();
     if (getToken() == TokenKind::String) {
-        std::printf("\n%s", gToken);
+        std::printf("\n%s", gToken->text);
     } else {
         putBack();
         int32_t value = 0;

@@ -8,6 +8,7 @@
 
 #include "script/recovery.h"
 #include "script/text.h"
+#include "script/tokens.h"
 
 static const char* const kErrorTexts[] = {
     "Syntax error",                         // Syntax
@@ -59,7 +60,7 @@ static void printContext(const char* position) {
 }
 
 void syntaxError(ScriptError error) {
-    const char* position = gProgramPos;
+    const char* position = textAt(gProgramPos);
     std::printf("\n%s in line %d\n", kErrorTexts[static_cast<size_t>(error)], lineOf(position));
     printContext(position);
     leaveToRecoveryPoint();

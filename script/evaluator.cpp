@@ -1,15 +1,13 @@
 #include "script/evaluator.h"
 
-#include <cstdlib>
-#include <cstring>
-
 #include "script/builtins.h"
 #include "script/errors.h"
 #include "script/functions.h"
 #include "script/halt.h"
-#include "script/lexer.h"
+#include "script/names.h"
 #include "script/nesting.h"
 #include "script/text.h"
+#include "script/tokens.h"
 #include "script/variables.h"
 
 // Arithmetic ----------------------------------------------------------------------------------
@@ -65,32 +63,33 @@ static void evalAssign(int32_t& value);
 // identifier -> builtin arguments | function arguments | variable
 // A built-in hides a function, a function hides a variable of the same name.
 static void evalName(int32_t& value) {
-    const int32_t builtin = findBuiltin(gToken);
-    if (builtin >= 0) {
-        value = gBuiltins[builtin].handler();
-    } else if (findFunction(gToken) != nullptr) {
-        callFunction();
+    Name* name = gToken->name;
+    if (name->builtin != nullptr) {
+        value = name->builtin->handler();
+    } else if (name->function != nullptr) {
+        callFunction(name->function);
         value = gReturnValue;
     } else {
-        value = findVar(gToken);
+        value = findVar(name);
     }
 }
 
 // The position stands behind the opening quote. No escapes: the character counts as it is.
 static void evalCharacter(int32_t& value) {
-    value = static_cast<signed char>(byteAt(gProgramPos));
-    if (byteAt(gProgramPos) == '\0' || byteAt(gProgramPos + 1) != '\'') {
+    const char* position = textAt(gProgramPos);
+    value = static_cast<signed char>(byteAt(position));
+    if (byteAt(position) == '\0' || byteAt(position + 1) != '\'') {
         syntaxError(ScriptError::NoClosingQuote);
     }
-    gProgramPos = gProgramPos + 2;
+    gProgramPos = placeAt(position + 2);
 }
 
 // atom -> identifier ... | number | "'" character "'" | (nothing, before a ")")
 static void atom(int32_t& value) {
-    if (gTokenKind == TokenKind::Identifier) {
+    if (gToken->kind == TokenKind::Identifier) {
         evalName(value);
-    } else if (gTokenKind == TokenKind::Number) {
-        value = static_cast<int32_t>(std::strtol(gToken, nullptr, 10));
+    } else if (gToken->kind == TokenKind::Number) {
+        value = gToken->number;
     } else if (tokenIs('\'')) {
         evalCharacter(value);
     } else if (tokenIs(')')) {
@@ -114,6 +113,7 @@ static void evalParen(int32_t& value) {
 
 // unary -> [ "+" | "-" ] paren
 static void evalUnary(int32_t& value) {
+    if (gToken->symbol == 0) return atom(value);  // no sign and no parenthesis: most operands
     const bool minus = tokenIs('-');
     if (minus || tokenIs('+')) getToken();
     evalParen(value);
@@ -124,7 +124,7 @@ static void evalUnary(int32_t& value) {
 static void evalMulDiv(int32_t& value) {
     evalUnary(value);
     while (tokenIs('*') || tokenIs('/') || tokenIs('%')) {
-        const char operation = gToken[0];
+        const char operation = gToken->symbol;
         getToken();
         int32_t right = 0;
         evalUnary(right);
@@ -146,53 +146,41 @@ static void evalAddSub(int32_t& value) {
     }
 }
 
-// The operator's code; 0 for an empty token, which counts as an operator without effect; -1 for
-// any other token.
-static int currentRelation() {
-    if (tokenIsEmpty()) return 0;
-    const bool isRelation = gTokenKind == TokenKind::Delimiter && gToken[0] <= kNotEqual;
-    return isRelation && gToken[0] > 0 ? gToken[0] : -1;
-}
-
 // relation -> sum [ ( "<" | "<=" | ">" | ">=" | "==" | "!=" | empty token ) sum ]
 // One comparison only. The operators are a zero-terminated set, and an empty token is found in it:
 // its right operand is read, evaluated and dropped.
 static void evalRelational(int32_t& value) {
     evalAddSub(value);
-    const int relation = currentRelation();
-    if (relation < 0) return;
+    const char relation = gToken->symbol;
+    if (relation > kNotEqual || (relation == 0 && !tokenIsEmpty())) return;
     getToken();
     int32_t right = 0;
     evalAddSub(right);
-    if (relation > 0) value = compare(static_cast<char>(relation), value, right) ? 1 : 0;
+    if (relation != 0) value = compare(relation, value, right) ? 1 : 0;
 }
 
-// Stands again behind the name that starts at `start`, as if the token after it had not been read:
-// the position stays where putting that token back left it.
-static void restoreName(const char* start) {
-    const char* position = gProgramPos;
-    gProgramPos = start;
-    getToken();
-    gProgramPos = position;
+// The variable that the current token, an identifier, names, if "=" stands behind it; else null.
+// Finding out reads the token behind and puts it back: that moves the position behind an empty
+// token and into a string; for any other token the position before it is as good.
+static ScriptVariable* assignedVariable() {
+    if (gProgramPos->plain && gProgramPos->symbol != '=') return nullptr;
+    ScriptVariable* variable = lookUpVariable(gToken->name);
+    if (variable == nullptr) return nullptr;
+    const Place* next = peekToken();
+    if (next->symbol == '=') return variable;
+    if (!next->plain) gProgramPos = next->back;
+    return nullptr;
 }
 
 // assign -> variable "=" assign | relation
 static void evalAssignOrRelation(int32_t& value) {
-    if (gTokenKind == TokenKind::Identifier && isVar(gToken)) {
-        char name[kNameCapacity];
-        copyName(name, gToken);
-        const char* start = gProgramPos - std::strlen(name);
-        getToken();
-        if (tokenIs('=')) {
-            getToken();
-            evalAssign(value);
-            assignVar(name, value);
-            return;
-        }
-        putBack();
-        restoreName(start);
-    }
-    evalRelational(value);
+    ScriptVariable* variable = nullptr;
+    if (gToken->kind == TokenKind::Identifier) variable = assignedVariable();
+    if (variable == nullptr) return evalRelational(value);
+    getToken();
+    getToken();
+    evalAssign(value);
+    variable->value = value;
 }
 
 static void evalAssign(int32_t& value) {
@@ -210,4 +198,9 @@ void evalExpression(int32_t& value) {
     }
     evalAssign(value);
     putBack();
+}
+
+void evalCurrentExpression() {
+    int32_t value = 0;
+    evalAssign(value);
 }

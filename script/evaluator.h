@@ -14,3 +14,7 @@
 // getToken reads it again while gToken still shows it; a lone ";" counts as 0 and stays consumed.
 // Raises NoExpression where there is none.
 void evalExpression(int32_t& value);
+
+// Evaluates the expression whose first token is the current one, and drops its value. The token
+// that ends it stays the current one.
+void evalCurrentExpression();

@@ -1,12 +1,11 @@
 #include "script/functions.h"
 
-#include <cstring>
-
 #include "script/errors.h"
 #include "script/evaluator.h"
-#include "script/lexer.h"
+#include "script/names.h"
 #include "script/statements.h"
 #include "script/text.h"
+#include "script/tokens.h"
 
 ScriptFunction gFunctionTable[kMaxFunctions];
 int32_t gFunctionCount = 0;
@@ -16,13 +15,12 @@ void recordFunction(const ScriptFunction& function) {
     if (gFunctionCount >= kMaxFunctions) syntaxError(ScriptError::TooManyFunctions);
     gFunctionTable[gFunctionCount] = function;
     gFunctionCount++;
+    if (function.name->function == nullptr) function.name->function = function.location;
 }
 
-const char* findFunction(const char* name) {
-    for (int32_t i = 0; i < gFunctionCount; i++) {
-        if (std::strcmp(gFunctionTable[i].name, name) == 0) return gFunctionTable[i].location;
-    }
-    return nullptr;
+Place* findFunction(const char* name) {
+    const Name* known = findName(name);
+    return known == nullptr ? nullptr : known->function;
 }
 
 void getArgs() {
@@ -51,7 +49,7 @@ static void nameParameter(int32_t slot, int32_t base) {
     ScriptVariable missing;
     ScriptVariable& parameter = slot >= base ? gLocalStack[slot] : missing;
     parameter.type = kParameterType;
-    copyName(parameter.name, gToken);
+    parameter.name = declaredName();
     if (slot < base) pushLocal(missing);
 }
 
@@ -60,7 +58,7 @@ void getParams(int32_t base) {
     do {
         getToken();
         if (tokenIs(')')) return;
-        if (gKeywordCode != KeywordCode::Char && gKeywordCode != KeywordCode::Int) {
+        if (gToken->keyword != KeywordCode::Char && gToken->keyword != KeywordCode::Int) {
             syntaxError(ScriptError::NoTypeSpecifier);
         }
         getToken();
@@ -71,13 +69,12 @@ void getParams(int32_t base) {
     if (!tokenIs(')')) syntaxError(ScriptError::NoParens);
 }
 
-void callFunction() {
-    const char* location = findFunction(gToken);
+void callFunction(Place* location) {
     if (location == nullptr) syntaxError(ScriptError::NoSuchFunction);
 
     const int32_t base = gLocalTop;
     getArgs();
-    const char* behindCall = gProgramPos;
+    Place* behindCall = gProgramPos;
     pushCall(base);
     gProgramPos = location;
     getParams(base);

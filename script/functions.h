@@ -5,13 +5,15 @@
 
 #include "script/variables.h"
 
+struct Place;
+
 constexpr int32_t kMaxFunctions = 100;
 constexpr int32_t kMaxArguments = 32;  // of one call
 
 struct ScriptFunction {
-    char name[kNameCapacity] = "";   // lower case: the lexer lowers every identifier
-    int32_t returnType = 0;          // keyword code of the type word; recorded, never used
-    const char* location = nullptr;  // in the program text, just behind the definition's "("
+    Name* name = nullptr;       // lower case: the lexer lowers every identifier
+    int32_t returnType = 0;     // keyword code of the type word; recorded, never used
+    Place* location = nullptr;  // just behind the definition's "("
 };
 
 extern ScriptFunction gFunctionTable[kMaxFunctions];  // in text order
@@ -25,12 +27,12 @@ extern int32_t gReturnValue;
 void recordFunction(const ScriptFunction& function);
 
 // The location of the first function with exactly this name, or null.
-const char* findFunction(const char* name);
+Place* findFunction(const char* name);
 
-// Calls the function that the current token names; the position is at the "(" of its arguments.
-// Afterwards the position is behind the argument list and gReturnValue holds the result.
-// Raises NoSuchFunction, TooManyArguments, and whatever the arguments and the body raise.
-void callFunction();
+// Calls the function at `location`; the position is at the "(" of the arguments. Afterwards it is
+// behind the argument list and gReturnValue holds the result. Raises NoSuchFunction for a null
+// location, TooManyArguments, and whatever the arguments and the body raise.
+void callFunction(Place* location);
 
 // The two halves of entering a function. getArgs evaluates the argument list at the position and
 // pushes the values, the last one first. getParams, at the callee's location, names them: the first

@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "script/text.h"
+#include "script/tokens.h"
 
 void endProcess(int status) {
     std::fflush(stdout);
@@ -26,7 +27,7 @@ void raiseDivisionFault() {
 }
 
 void waitForEver(const char* reason) {
-    const char* place = std::min(gProgramPos, gProgramEnd);
+    const char* place = std::min(textAt(gProgramPos), gProgramEnd);
     const long line = 1 + std::count(static_cast<const char*>(gProgramBuffer), place, '\n');
     const char* lineStart = place;
     while (lineStart > gProgramBuffer && lineStart[-1] != '\n')

@@ -1,16 +1,9 @@
 #include "script/lexer.h"
 
 #include <cctype>
-#include <cstdio>
 #include <cstring>
 
-#include "script/errors.h"
-#include "script/halt.h"
 #include "script/text.h"
-
-char gToken[kTokenCapacity];
-TokenKind gTokenKind = TokenKind::Delimiter;
-KeywordCode gKeywordCode = KeywordCode::None;
 
 const KeywordName gKeywords[] = {
     {"if", KeywordCode::If},   {"else", KeywordCode::Else},     {"for", KeywordCode::For},
@@ -58,177 +51,126 @@ static const char* skipLineComment(const char* p) {
     return end == nullptr ? nullptr : static_cast<const char*>(end) + 1;
 }
 
-// `p` stands at the first character of the comment. Returns the place just behind it.
+// The same for a block comment: the place just behind it, or null if the text ends before it does.
 static const char* skipBlockComment(const char* p) {
     for (p += 2; p < gProgramEnd; p++) {
         if (*p == '*' && byteAt(p + 1) == '/') return p + 2;
     }
-    gProgramPos = gProgramEnd;
-    syntaxError(ScriptError::CommentNotClosed);
+    return nullptr;
 }
 
-// The end of the text can be read any number of times: the position stays where it is.
-static TokenKind finishText() {
-    gKeywordCode = KeywordCode::Finished;
-    return TokenKind::Delimiter;
+static void finishText(Token& token, const char* end) {
+    token.keyword = KeywordCode::Finished;
+    token.end = end;
 }
 
-static TokenKind takeCharacter(const char* p, TokenKind kind) {
-    gToken[0] = byteAt(p);
-    gToken[1] = '\0';
-    gTokenKind = kind;
-    gProgramPos = p + 1;
-    return kind;
+static void fail(Token& token, const char* place, ScriptError fault) {
+    token.faulty = true;
+    token.fault = fault;
+    token.end = place;
 }
 
-// Returns false, having read nothing, if `p` does not stand at a relational operator: so for a lone
-// "=" or "!".
-static bool takeRelational(const char* p) {
+// Makes `c` the whole text, `length` times.
+static void takeSymbol(Token& token, const char* p, char c, int length) {
+    token.symbol = c;
+    token.length = static_cast<uint8_t>(c == '\0' ? 0 : length);
+    std::memset(token.text, c, token.length);
+    token.end = p + length;
+}
+
+// The code of the relational operator at `p`, 0 if there is none: so for a lone "=" or "!".
+static char relationAt(const char* p) {
     const bool orEqual = byteAt(p + 1) == '=';
-    char code = 0;
     switch (byteAt(p)) {
         case '<':
-            code = orEqual ? kLessOrEqual : kLess;
-            break;
+            return orEqual ? kLessOrEqual : kLess;
         case '>':
-            code = orEqual ? kGreaterOrEqual : kGreater;
-            break;
+            return orEqual ? kGreaterOrEqual : kGreater;
         case '=':
-            code = orEqual ? kEqual : '\0';
-            break;
+            return orEqual ? kEqual : '\0';
         case '!':
-            code = orEqual ? kNotEqual : '\0';
-            break;
+            return orEqual ? kNotEqual : '\0';
         default:
-            break;
+            return '\0';
     }
-    if (code == 0) return false;
-    gToken[0] = code;
-    gToken[1] = orEqual ? code : '\0';
-    gToken[2] = '\0';
-    gProgramPos = orEqual ? p + 2 : p + 1;
+}
+
+// Appends the character at `p`; returns false, the token failed, if there is no room for it.
+static bool appendCharacter(Token& token, const char* p) {
+    if (size_t{token.length} + 1 >= kTokenCapacity) {
+        fail(token, p, ScriptError::TokenTooLong);
+        return false;
+    }
+    token.text[token.length++] = *p;
     return true;
 }
 
-// Appends the character at `p` to the token, which holds `length` characters so far.
-static void appendCharacter(size_t length, const char* p) {
-    if (length + 1 >= kTokenCapacity) {
-        gProgramPos = p;
-        syntaxError(ScriptError::TokenTooLong);
-    }
-    gToken[length] = *p;
-    gToken[length + 1] = '\0';
-}
-
 // `p` stands behind the opening quote. There are no escapes.
-static TokenKind takeString(const char* p) {
-    for (size_t length = 0; byteAt(p) != '"'; length++, p++) {
-        if (p >= gProgramEnd || *p == '\r') {
-            gProgramPos = p;
-            syntaxError(ScriptError::Syntax);
-        }
-        appendCharacter(length, p);
+static void takeString(Token& token, const char* p) {
+    for (; byteAt(p) != '"'; p++) {
+        if (p >= gProgramEnd || *p == '\r') return fail(token, p, ScriptError::Syntax);
+        if (!appendCharacter(token, p)) return;
     }
-    gProgramPos = p + 1;
-    return gTokenKind = TokenKind::String;
+    token.kind = TokenKind::String;
+    token.end = p + 1;
 }
 
-static TokenKind takeWord(const char* p, TokenKind kind) {
-    for (size_t length = 0; !isDelimiter(byteAt(p)); length++, p++)
-        appendCharacter(length, p);
-    gProgramPos = p;
-    gTokenKind = kind;
-    if (kind == TokenKind::Pending) {
-        gKeywordCode = lookUpKeyword(gToken);
-        const bool isKeyword = gKeywordCode != KeywordCode::None;
-        gTokenKind = isKeyword ? TokenKind::Keyword : TokenKind::Identifier;
+static void takeWord(Token& token, const char* p, TokenKind kind) {
+    for (; !isDelimiter(byteAt(p)); p++) {
+        if (!appendCharacter(token, p)) return;
     }
-    return gTokenKind;
+    token.kind = kind;
+    token.end = p;
+    if (kind == TokenKind::Pending) {
+        token.keyword = lookUpKeyword(token.text);
+        const bool isKeyword = token.keyword != KeywordCode::None;
+        token.kind = isKeyword ? TokenKind::Keyword : TokenKind::Identifier;
+    }
 }
 
 // The tokens that may also stand directly behind a comment. Braces are not among them: a "{" there
 // gives an empty token, like every other character that starts nothing.
-static TokenKind takeToken(const char* p) {
+static void takeToken(Token& token, const char* p) {
     const char c = byteAt(p);
-    if (takeRelational(p)) return TokenKind::Delimiter;
-    if (std::strchr(kDelimiters, c) != nullptr) return takeCharacter(p, TokenKind::Delimiter);
-    if (c == '"') return takeString(p + 1);
-    if (std::isdigit(static_cast<unsigned char>(c)) != 0) return takeWord(p, TokenKind::Number);
-    if (std::isalpha(static_cast<unsigned char>(c)) != 0) return takeWord(p, TokenKind::Pending);
-    gProgramPos = p;
-    return TokenKind::Delimiter;
-}
-
-#ifdef ZEL_STEP_BUDGET
-void countStep();  // of the fuzz target: ends scripts that would never end
-#else
-static void countStep() {}
-#endif
-
-TokenKind getToken() {
-    countStep();
-    gTokenKind = TokenKind::Delimiter;
-    gKeywordCode = KeywordCode::None;
-    gToken[0] = '\0';
-
-    const char* p = gProgramPos;
-    if (p >= gProgramEnd) return finishText();
-    p = skipWhiteSpace(p);
-    gProgramPos = p;
-    const char c = byteAt(p);
-    if (c == '\0') return finishText();
-    if (c == '{' || c == '}') return takeCharacter(p, TokenKind::Block);
-    if (c == '/' && byteAt(p + 1) == '*') p = skipBlockComment(p);
-    if (c == '/' && byteAt(p + 1) == '/') p = skipLineComment(p);
-    if (p == nullptr) {
-        gProgramPos = gProgramEnd;
-        return finishText();
-    }
-    return takeToken(p);
-}
-
-void putBack() {
-    const char* back = gProgramPos - std::strlen(gToken);
-    // The other thread may have moved the position since the token was read.
-    gProgramPos = back < gProgramBuffer ? gProgramBuffer : back;
-}
-
-void setToken(const char* name) {
-    if (std::strlen(name) >= kTokenCapacity) abortProcess();
-    std::strcpy(gToken, name);
-    gTokenKind = TokenKind::Identifier;
-    gKeywordCode = KeywordCode::None;
-}
-
-// Says what stands at the position, for someone who reads the text in an editor.
-static void waitAtCharacter() {
-    const unsigned char c = static_cast<unsigned char>(byteAt(gProgramPos));
-    char reason[160];
-    if (c == '\n') {
-        std::snprintf(reason, sizeof reason,
-                      "a line feed without a carriage return before it: "
-                      "save the script with CR LF line ends");
-    } else if (std::isprint(c) != 0) {
-        std::snprintf(reason, sizeof reason,
-                      "the character '%c' starts nothing in the language: remove it", c);
+    if (const char relation = relationAt(p); relation != '\0') {
+        takeSymbol(token, p, relation, byteAt(p + 1) == '=' ? 2 : 1);
+    } else if (std::strchr(kDelimiters, c) != nullptr) {
+        takeSymbol(token, p, c, 1);
+    } else if (c == '"') {
+        takeString(token, p + 1);
+    } else if (std::isdigit(static_cast<unsigned char>(c)) != 0) {
+        takeWord(token, p, TokenKind::Number);
+    } else if (std::isalpha(static_cast<unsigned char>(c)) != 0) {
+        takeWord(token, p, TokenKind::Pending);
     } else {
-        std::snprintf(reason, sizeof reason,
-                      "the byte 0x%02X starts nothing in the language: remove it", c);
+        token.end = p;
     }
-    waitForEver(reason);
 }
 
-void waitIfStuck(const char* before) {
-    const bool nothingRead =
-        tokenIsEmpty() && gTokenKind == TokenKind::Delimiter && gKeywordCode == KeywordCode::None;
-    if (nothingRead && gProgramPos == before) waitAtCharacter();
-}
-
-void getTokenInEndlessLoop() {
-    const char* before = gProgramPos;
-    getToken();
-    if (gKeywordCode == KeywordCode::Finished) {
-        waitForEver("the text ends inside a block: a \"{\" has no \"}\"");
+Token readToken(const char* position) {
+    Token token;
+    if (position >= gProgramEnd) {
+        finishText(token, position);
+        return token;
     }
-    waitIfStuck(before);
+    const char* p = skipWhiteSpace(position);
+    const char c = byteAt(p);
+    const char second = byteAt(p + 1);
+    if (c == '\0') {
+        finishText(token, p);
+    } else if (c == '{' || c == '}') {
+        token.kind = TokenKind::Block;
+        takeSymbol(token, p, c, 1);
+    } else if (c == '/' && second == '*') {
+        p = skipBlockComment(p);
+        if (p == nullptr) fail(token, gProgramEnd, ScriptError::CommentNotClosed);
+        if (p != nullptr) takeToken(token, p);
+    } else if (c == '/' && second == '/') {
+        p = skipLineComment(p);
+        if (p == nullptr) finishText(token, gProgramEnd);
+        if (p != nullptr) takeToken(token, p);
+    } else {
+        takeToken(token, p);
+    }
+    return token;
 }

@@ -1,15 +1,15 @@
-// The lexer: one token at a time from the program text.
+// The lexer: reads the token that stands at a position of the program text.
 //
-// There is no token list. Whoever needs the next token calls getToken(), which reads at
-// gProgramPos, leaves the token in the three globals below and moves behind it; putBack() steps
-// back over a token just read. A token depends on nothing but the position it is read at.
+// A token depends on nothing but its position, errors included: reading has no side effects. Who
+// wants the tokens one after the other uses script/tokens.h.
 //
 // Lines end in CR LF. A bare line feed is not white space: it stops every construct it meets.
-// Runs on whichever thread runs script code.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+
+#include "script/errors.h"
 
 enum class TokenKind : int8_t {
     Delimiter = 0,  // punctuation, relational operators, empty tokens, the end of the text
@@ -54,42 +54,25 @@ extern const KeywordName gKeywords[];
 
 constexpr size_t kTokenCapacity = 80;  // bytes of a token's text, the terminating zero included
 
-extern char gToken[kTokenCapacity];  // text of the current token; words are in lower case
-extern TokenKind gTokenKind;         // kind of the current token
-extern KeywordCode gKeywordCode;     // None if the current token is not a keyword
+struct Token {
+    const char* end = nullptr;  // the position behind the token; of a faulty one, the fault's place
+    TokenKind kind = TokenKind::Delimiter;
+    KeywordCode keyword = KeywordCode::None;
+    char symbol = 0;  // the text's first byte if this is a delimiter or a brace; 0 if it is empty
+    uint8_t length = 0;  // of the text
+    bool faulty = false;
+    ScriptError fault = ScriptError::Syntax;  // of a faulty token: the error that taking it raises
+    char text[kTokenCapacity] = "";           // zero-terminated; words are in lower case
+};
 
-// Reads the token at gProgramPos. Only one line end is skipped in a call, so an empty line gives an
-// empty token; so does a character that starts nothing (and then the position does not move).
-// Raises Syntax for a string not closed on its line, TokenTooLong, CommentNotClosed.
-TokenKind getToken();
-
-// Moves back over the current token by the length of its text; an empty token moves nothing.
-void putBack();
-
-// Puts `name` in place of the current token, as an identifier. Longer names than a token can be
-// (79 characters) abort the process.
-void setToken(const char* name);
+// Reads the token at `position`, which may be anywhere in the text and at most one behind its end.
+// Only one line end is skipped, so an empty line gives an empty token; so does a character that
+// starts nothing, and then the token ends where it was read. Faults: Syntax for a string not closed
+// on its line, TokenTooLong, CommentNotClosed.
+Token readToken(const char* position);
 
 // Lowers `text` in place and returns the keyword it then is, or None.
 KeywordCode lookUpKeyword(char* text);
 
 // True for the characters that end a number or a word.
 bool isDelimiter(char c);
-
-// True if the current token is the delimiter or brace `c`. A string that only reads like it is not.
-inline bool tokenIs(char c) {
-    return gTokenKind != TokenKind::String && gToken[0] == c && gToken[1] == '\0';
-}
-
-inline bool tokenIsEmpty() {
-    return gToken[0] == '\0';
-}
-
-// Reads a token for a loop that goes on whatever it reads but a certain token. When the loop can
-// only read the same for ever - the end of the text, or an empty token that does not move the
-// position - says so and waits (script/halt.h).
-void getTokenInEndlessLoop();
-
-// The second half of that proof alone, for loops that end at the end of the text: `before` is the
-// position at which the current token was read.
-void waitIfStuck(const char* before);

@@ -2,14 +2,13 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "script/errors.h"
 #include "script/functions.h"
 #include "script/halt.h"
-#include "script/lexer.h"
 #include "script/recovery.h"
 #include "script/text.h"
+#include "script/tokens.h"
 #include "script/variables.h"
 
 // Pre-scan ------------------------------------------------------------------------------------
@@ -19,10 +18,10 @@
 static void declareGlobal() {
     getToken();
     ScriptVariable global;
-    global.type = static_cast<int32_t>(gKeywordCode);
+    global.type = static_cast<int32_t>(gToken->keyword);
     do {
         getToken();
-        copyName(global.name, gToken);
+        global.name = declaredName();
         declareGlobalVariable(global);
         getToken();
     } while (tokenIs(','));
@@ -31,44 +30,37 @@ static void declareGlobal() {
 
 // The current token is the type word that stands at `start`. Parameters are read when the function
 // is called, not here.
-static void declareFunctionOrGlobal(const char* start) {
+static void declareFunctionOrGlobal(Place* start) {
     ScriptFunction function;
-    function.returnType = static_cast<int32_t>(gKeywordCode);
+    function.returnType = static_cast<int32_t>(gToken->keyword);
     getToken();
-    if (gTokenKind != TokenKind::Identifier) return;
-    copyName(function.name, gToken);
+    if (gToken->kind != TokenKind::Identifier) return;
+    function.name = declaredName();
     getToken();
     if (tokenIs('(')) {
         function.location = gProgramPos;
         recordFunction(function);
         skipPastCloseParen();
+        keepTokens(function.location, gProgramPos);
     } else {
         gProgramPos = start;
         declareGlobal();
     }
 }
 
-static void skipBlock() {
-    for (int depth = 1; depth > 0;) {
-        getTokenInEndlessLoop();
-        if (tokenIs('{')) depth++;
-        if (tokenIs('}')) depth--;
-    }
-}
-
 static void prescan() {
-    const char* start = gProgramPos;
+    Place* start = gProgramPos;
     gFunctionCount = 0;
     do {
-        const char* before = gProgramPos;
+        Place* before = gProgramPos;
         getToken();
-        waitIfStuck(before);
-        if (gKeywordCode == KeywordCode::Char || gKeywordCode == KeywordCode::Int) {
+        waitIfStuck();
+        if (gToken->keyword == KeywordCode::Char || gToken->keyword == KeywordCode::Int) {
             declareFunctionOrGlobal(before);
         } else if (tokenIs('{')) {
-            skipBlock();
+            skipBalanced('{', '}');
         }
-    } while (gKeywordCode != KeywordCode::Finished);
+    } while (gToken->keyword != KeywordCode::Finished);
     gProgramPos = start;
 }
 
@@ -93,23 +85,23 @@ bool loadScript(const char* path) {
         return false;
     }
     setProgramText(buffer, path);
+    resetTokens();
     return runGuarded(prescanText, nullptr);
 }
 
 // The call reads its argument list from the definition's own parentheses: they must be empty.
-static void callAtDefinition(const char* name, const char* location) {
-    setToken(name);
+static void callAtDefinition(Place* location) {
     gProgramPos = location - 1;
-    callFunction();
+    callFunction(location);
 }
 
 static void callMain(const void*) {
-    const char* location = findFunction("main");
+    Place* location = findFunction("main");
     if (location == nullptr) {
         std::puts("main() not found!");
         endProcess(1);
     }
-    callAtDefinition("main", location);
+    callAtDefinition(location);
 }
 
 void runMain() {
@@ -117,12 +109,12 @@ void runMain() {
 }
 
 void callScriptFunction(const char* name) {
-    const char* location = findFunction(name);
+    Place* location = findFunction(name);
     if (location == nullptr) {
         std::printf("%s() not found!\n", name);
         endProcess(1);
     }
-    callAtDefinition(name, location);
+    callAtDefinition(location);
 }
 
 static void callNamed(const void* name) {

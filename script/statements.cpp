@@ -6,9 +6,9 @@
 #include "script/evaluator.h"
 #include "script/functions.h"
 #include "script/halt.h"
-#include "script/lexer.h"
 #include "script/nesting.h"
 #include "script/text.h"
+#include "script/tokens.h"
 #include "script/variables.h"
 
 static int32_t evaluate() {
@@ -21,15 +21,6 @@ static void requireSemicolon() {
     if (!tokenIs(';')) syntaxError(ScriptError::NoSemicolon);
 }
 
-// Reads on until as many `close` as `open` have passed; the first `open` has been read.
-static void skipBalanced(char open, char close) {
-    for (int depth = 1; depth > 0;) {
-        getTokenInEndlessLoop();
-        if (tokenIs(open)) depth++;
-        if (tokenIs(close)) depth--;
-    }
-}
-
 // Takes the next token for the opening brace, whatever it is.
 static void findEndOfBlock() {
     getToken();
@@ -39,12 +30,11 @@ static void findEndOfBlock() {
 // type name { "," name } ";"
 // No initialisers. In the body of a loop every pass pushes new locals until the function returns.
 static void declareLocal() {
-    getToken();
     ScriptVariable local;
-    local.type = static_cast<int32_t>(gKeywordCode);
+    local.type = static_cast<int32_t>(gToken->keyword);
     do {
         getToken();
-        copyName(local.name, gToken);
+        local.name = declaredName();
         pushLocal(local);
         getToken();
     } while (tokenIs(','));
@@ -59,7 +49,7 @@ static void execIf() {
     }
     findEndOfBlock();
     getToken();
-    if (gKeywordCode == KeywordCode::Else) {
+    if (gToken->keyword == KeywordCode::Else) {
         interpretBlock();
     } else {
         putBack();
@@ -68,9 +58,7 @@ static void execIf() {
 
 // "while" expression statement
 static void execWhile() {
-    putBack();
-    const char* start = gProgramPos;
-    getToken();
+    Place* start = gToken->back;  // the word itself
     if (evaluate() != 0) {
         interpretBlock();
         gProgramPos = start;
@@ -81,12 +69,10 @@ static void execWhile() {
 
 // "do" statement "while" expression ";"
 static void execDo() {
-    putBack();
-    const char* start = gProgramPos;
-    getToken();
+    Place* start = gToken->back;
     interpretBlock();
     getToken();
-    if (gKeywordCode != KeywordCode::While) syntaxError(ScriptError::NoWhile);
+    if (gToken->keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile);
     if (evaluate() != 0) gProgramPos = start;
 }
 
@@ -103,10 +89,10 @@ static int32_t evaluateForPart() {
 static void execFor() {
     getToken();
     evaluateForPart();
-    const char* test = gProgramPos;
+    Place* test = gProgramPos;
     for (;;) {
         const bool goesOn = evaluateForPart() != 0;
-        const char* step = gProgramPos;
+        Place* step = gProgramPos;
         skipBalanced('(', ')');
         if (!goesOn) break;
         interpretBlock();
@@ -117,19 +103,21 @@ static void execFor() {
     findEndOfBlock();
 }
 
-static void execExpression() {
+// The current token is the first of the expression. In a block the ";" need not be left for the
+// block to read and skip.
+static void execExpression(bool inBlock) {
+    evalCurrentExpression();
+    if (inBlock && tokenIs(';')) return;
     putBack();
-    evaluate();
     requireSemicolon();
 }
 
 // Runs the keyword statement of the current token. Returns false for `return`, which ends the
 // block.
 static bool execKeyword() {
-    switch (gKeywordCode) {
+    switch (gToken->keyword) {
         case KeywordCode::Char:
         case KeywordCode::Int:
-            putBack();
             declareLocal();
             return true;
         case KeywordCode::If:
@@ -160,11 +148,10 @@ static bool execKeyword() {
 static void runBlock() {
     bool inBlock = false;
     do {
-        const char* before = gProgramPos;
         getToken();
-        if (inBlock) waitIfStuck(before);
-        if (gTokenKind == TokenKind::Identifier) {
-            execExpression();
+        if (inBlock) waitIfStuck();
+        if (gToken->kind == TokenKind::Identifier) {
+            execExpression(inBlock);
         } else if (tokenIs('{')) {
             inBlock = true;
         } else if (tokenIs('}')) {
@@ -172,7 +159,7 @@ static void runBlock() {
         } else if (!execKeyword()) {
             return;
         }
-    } while (inBlock && gKeywordCode != KeywordCode::Finished);
+    } while (inBlock && gToken->keyword != KeywordCode::Finished);
 }
 
 void interpretBlock() {

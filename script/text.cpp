@@ -5,7 +5,6 @@
 
 char* gProgramBuffer = nullptr;
 const char* gProgramEnd = nullptr;
-const char* gProgramPos = nullptr;
 const char* gProgramPath = "";
 
 bool readProgramFile(char* buffer, const char* path) {
@@ -28,13 +27,5 @@ bool readProgramFile(char* buffer, const char* path) {
 void setProgramText(char* buffer, const char* path) {
     gProgramBuffer = buffer;
     gProgramEnd = buffer + std::strlen(buffer);
-    gProgramPos = buffer;
     gProgramPath = path;
-}
-
-void skipPastCloseParen() {
-    const char* position = gProgramPos;
-    while (position < gProgramEnd && *position != ')')
-        position++;
-    gProgramPos = position < gProgramEnd ? position + 1 : gProgramEnd;
 }

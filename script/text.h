@@ -1,10 +1,8 @@
-// The program text: the level script as it was read from its file, and the place where the
-// interpreter stands in it.
+// The program text: the level script as it was read from its file.
 //
-// There is one text for the whole run. It never changes after loading, so a position (a pointer
-// into it) can be kept and returned to at any time; that is how loops and calls work.
-// Positions run from gProgramBuffer to one past gProgramEnd; nothing at or behind gProgramEnd is
-// ever read as text.
+// There is one text for the whole run. It never changes after loading, so a position in it can be
+// kept and returned to at any time; that is how loops and calls work. Nothing at or behind
+// gProgramEnd is ever read as text.
 #pragma once
 
 #include <cstddef>
@@ -18,9 +16,6 @@ extern char* gProgramBuffer;
 // The terminating zero of the text: the first zero byte in gProgramBuffer.
 extern const char* gProgramEnd;
 
-// Where the lexer reads next. Read and moved by whichever thread runs script code.
-extern const char* gProgramPos;
-
 // The path the text came from, for messages. Borrowed from the caller of loadScript.
 extern const char* gProgramPath;
 
@@ -29,18 +24,10 @@ extern const char* gProgramPath;
 // Returns false, changing nothing, if the file cannot be opened.
 bool readProgramFile(char* buffer, const char* path);
 
-// Takes `buffer` as the program text of `path` and stands at its start.
+// Takes `buffer` as the program text of `path`.
 void setProgramText(char* buffer, const char* path);
 
 // The byte at `position`; zero at the end of the text and behind it.
 inline char byteAt(const char* position) {
     return position < gProgramEnd ? *position : '\0';
 }
-
-// Moves one character forward, but never further than one past the end.
-inline void skipCharacter() {
-    if (gProgramPos <= gProgramEnd) gProgramPos = gProgramPos + 1;
-}
-
-// Moves to just behind the first ")" at or after the position, or to the end of the text.
-void skipPastCloseParen();

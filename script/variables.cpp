@@ -1,10 +1,10 @@
 #include "script/variables.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include "script/errors.h"
 #include "script/halt.h"
+#include "script/tokens.h"
 
 ScriptVariable gGlobalVars[kMaxGlobals];
 int32_t gGlobalCount = 0;
@@ -18,12 +18,12 @@ int32_t gCallDepth = 0;
 // The tops are copied before they are tested and used: in between, the other thread may move them,
 // and no index may leave its array even then.
 
-void copyName(char (&target)[kNameCapacity], const char* name) {
-    if (std::strlen(name) >= kNameCapacity) {
-        std::printf("Name is too long: %s\n", name);
+Name* declaredName() {
+    if (gToken->length >= kNameCapacity) {
+        std::printf("Name is too long: %s\n", gToken->text);
         abortProcess();
     }
-    std::strcpy(target, name);
+    return tokenName();
 }
 
 void declareGlobalVariable(const ScriptVariable& variable) {
@@ -31,6 +31,7 @@ void declareGlobalVariable(const ScriptVariable& variable) {
     if (count >= kMaxGlobals) syntaxError(ScriptError::TooManyGlobals);
     gGlobalVars[count] = variable;
     gGlobalCount = count + 1;
+    if (variable.name->global == nullptr) variable.name->global = &gGlobalVars[count];
 }
 
 void pushLocal(const ScriptVariable& variable) {
@@ -54,37 +55,20 @@ int32_t popCall() {
     return gCallStack[depth];
 }
 
-int32_t currentFrameBase() {
-    const int32_t depth = gCallDepth;
-    return depth > 0 ? gCallStack[depth - 1] : 0;
-}
-
-// Returns null for an unknown name.
-static ScriptVariable* lookUpVariable(const char* name) {
-    const int32_t base = currentFrameBase();
-    for (int32_t i = gLocalTop - 1; i >= base; i--) {
-        if (std::strcmp(gLocalStack[i].name, name) == 0) return &gLocalStack[i];
-    }
-    for (ScriptVariable& global : gGlobalVars) {
-        if (std::strcmp(global.name, name) == 0) return &global;
-    }
-    return nullptr;
-}
-
-static ScriptVariable& requireVariable(const char* name) {
+static ScriptVariable& requireVariable(Name* name) {
     ScriptVariable* variable = lookUpVariable(name);
     if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable);
     return *variable;
 }
 
-int32_t findVar(const char* name) {
+int32_t findVar(Name* name) {
     return requireVariable(name).value;
 }
 
-bool isVar(const char* name) {
+bool isVar(Name* name) {
     return lookUpVariable(name) != nullptr;
 }
 
-void assignVar(const char* name, int32_t value) {
+void assignVar(Name* name, int32_t value) {
     requireVariable(name).value = value;
 }

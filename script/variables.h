@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "script/names.h"
+
 constexpr int32_t kMaxGlobals = 100;
 constexpr int32_t kMaxLocals = 201;   // of all active calls together, arguments included
 constexpr int32_t kMaxCalls = 101;    // active at one time, the run of main included
@@ -17,8 +19,8 @@ constexpr int32_t kArgumentType = 0;
 constexpr int32_t kParameterType = 3;
 
 struct ScriptVariable {
-    char name[kNameCapacity] = "";  // lower case; empty for an argument that no parameter names
-    int32_t type = kArgumentType;   // recorded, never used
+    Name* name = nullptr;          // null for an argument that no parameter names
+    int32_t type = kArgumentType;  // recorded, never used
     int32_t value = 0;
 };
 
@@ -31,9 +33,9 @@ extern int32_t gLocalTop;                       // used entries of gLocalStack
 extern int32_t gCallStack[kMaxCalls];  // for each active call, gLocalTop at its start
 extern int32_t gCallDepth;             // active calls
 
-// Copies a name into a record's field. A name longer than 30 characters is fatal: prints
+// The name of the current token, for a declaration. One longer than 30 characters is fatal: prints
 // "Name is too long: " and the name, and aborts the process.
-void copyName(char (&target)[kNameCapacity], const char* name);
+Name* declaredName();
 
 // Raises TooManyGlobals when gGlobalVars is full.
 void declareGlobalVariable(const ScriptVariable& variable);
@@ -48,11 +50,22 @@ void pushCall(int32_t base);
 int32_t popCall();
 
 // gLocalTop at the start of the current call: its locals stand from there on. 0 outside calls.
-int32_t currentFrameBase();
+inline int32_t currentFrameBase() {
+    const int32_t depth = gCallDepth;
+    return depth > 0 ? gCallStack[depth - 1] : 0;
+}
 
-// The look-up of a name: the current call's locals from the newest to the oldest, then the globals
-// in order; the first exact match counts. A callee cannot see the locals of its caller.
+// The look-up of a name: the current call's locals from the newest to the oldest, then the globals;
+// the first match counts. A callee cannot see the locals of its caller. Null if there is none.
+inline ScriptVariable* lookUpVariable(Name* name) {
+    const int32_t base = currentFrameBase();
+    for (int32_t i = gLocalTop - 1; i >= base; i--) {
+        if (gLocalStack[i].name == name) return &gLocalStack[i];
+    }
+    return name->global;
+}
+
 // findVar and assignVar raise NoSuchVariable for a name that is not found.
-int32_t findVar(const char* name);
-bool isVar(const char* name);
-void assignVar(const char* name, int32_t value);
+int32_t findVar(Name* name);
+bool isVar(Name* name);
+void assignVar(Name* name, int32_t value);

@@ -1,0 +1,27 @@
+// Names: every distinct word of the script once, with what it stands for.
+//
+// Two tokens with the same text have the same Name, so names are compared by address and what a
+// name means is found without a search. Names live until the next program text is loaded.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+struct BuiltinFunction;
+struct Place;
+struct ScriptVariable;
+
+struct Name {
+    const BuiltinFunction* builtin = nullptr;  // the engine's function of this name
+    Place* function = nullptr;                 // location of the first user function of this name
+    ScriptVariable* global = nullptr;          // the first global variable of this name
+};
+
+// The Name of `text`, made on first use.
+Name* nameOf(std::string_view text);
+
+// The Name of `text` if the script or the engine's table has used it, else null. Allocates nothing.
+Name* findName(std::string_view text);
+
+// Forgets all names, for a new program text.
+void forgetNames();

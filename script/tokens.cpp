@@ -1,0 +1,130 @@
+#include "script/tokens.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "script/halt.h"
+
+static std::vector<Place> gPlaceStorage(1);
+
+Place* gPlaces = gPlaceStorage.data();
+Place* gProgramPos = gPlaceStorage.data();
+Place* gToken = gPlaceStorage.data();
+
+void resetTokens() {
+    forgetNames();
+    gPlaceStorage.assign(static_cast<size_t>(gProgramEnd - gProgramBuffer) + 2, Place());
+    gPlaces = gProgramPos = gToken = gPlaceStorage.data();
+}
+
+Place* placeAt(const char* position) {
+    return gPlaces +
+           (std::clamp(position, static_cast<const char*>(gProgramBuffer), gProgramEnd + 1) -
+            gProgramBuffer);
+}
+
+// Reading -------------------------------------------------------------------------------------
+
+static void keepMeaning(Place& place) {
+    const bool isEmpty = place.length == 0 && place.kind == TokenKind::Delimiter;
+    place.plain = place.length > 0 && place.kind != TokenKind::String;
+    place.stuck = isEmpty && place.keyword == KeywordCode::None && place.next == &place;
+    if (place.kind == TokenKind::Identifier) place.name = nameOf(place.text);
+    if (place.kind == TokenKind::Number) {
+        place.number = static_cast<int32_t>(std::strtol(place.text, nullptr, 10));
+    }
+}
+
+static void keepToken(Place& place) {
+    const Token token = readToken(textAt(&place));
+    place.kind = token.kind;
+    place.keyword = token.keyword;
+    place.symbol = token.symbol;
+    place.length = token.length;
+    place.fault = token.fault;
+    place.next = placeAt(token.end);
+    place.back = placeAt(token.end - token.length);
+    std::memcpy(place.text, token.text, sizeof place.text);
+    if (!token.faulty) keepMeaning(place);
+    place.state = token.faulty ? PlaceState::Faulty : PlaceState::Kept;
+}
+
+void readPlace(Place* place) {
+    if (place->state == PlaceState::Unread) keepToken(*place);
+    if (place->state == PlaceState::Faulty) {
+        gProgramPos = place->next;
+        syntaxError(place->fault);
+    }
+}
+
+void keepTokens(const Place* from, const Place* to) {
+    while (from < to) {
+        Place& place = gPlaces[from - gPlaces];
+        if (place.state == PlaceState::Unread) keepToken(place);
+        if (place.state == PlaceState::Faulty || place.next == from) return;
+        from = place.next;
+    }
+}
+
+Name* tokenName() {
+    if (gToken->name == nullptr) gToken->name = nameOf(gToken->text);
+    return gToken->name;
+}
+
+// Moving --------------------------------------------------------------------------------------
+
+void skipCharacter() {
+    gProgramPos = placeAt(textAt(gProgramPos) + 1);
+}
+
+void skipPastCloseParen() {
+    const char* position = textAt(gProgramPos);
+    while (position < gProgramEnd && *position != ')')
+        position++;
+    gProgramPos = placeAt(position < gProgramEnd ? position + 1 : gProgramEnd);
+}
+
+static void walkToBalance(char open, char close) {
+    for (int depth = 1; depth > 0;) {
+        getToken();
+        if (tokenIs(open)) depth++;
+        if (tokenIs(close)) depth--;
+        if (gToken->keyword == KeywordCode::Finished) {
+            waitForEver("the text ends inside a block: a \"{\" has no \"}\"");
+        }
+        waitIfStuck();
+    }
+}
+
+void skipBalanced(char open, char close) {
+    Place* first = peekToken();
+    Place*& end = open == '{' ? first->braceEnd : first->bracketEnd;
+    if (end == nullptr) {
+        walkToBalance(open, close);
+        end = gToken;
+    } else {
+        takeToken(end);
+    }
+}
+
+// Says what stands at the position, for someone who reads the text in an editor.
+void waitAtCharacter() {
+    const unsigned char c = static_cast<unsigned char>(byteAt(textAt(gProgramPos)));
+    char reason[160];
+    if (c == '\n') {
+        std::snprintf(reason, sizeof reason,
+                      "a line feed without a carriage return before it: "
+                      "save the script with CR LF line ends");
+    } else if (std::isprint(c) != 0) {
+        std::snprintf(reason, sizeof reason,
+                      "the character '%c' starts nothing in the language: remove it", c);
+    } else {
+        std::snprintf(reason, sizeof reason,
+                      "the byte 0x%02X starts nothing in the language: remove it", c);
+    }
+    waitForEver(reason);
+}

@@ -1,0 +1,129 @@
+// The stream of tokens, and the memory that makes reading one again cost next to nothing.
+//
+// There is no token list. Whoever needs the next token calls getToken(), which takes the token at
+// gProgramPos, makes it the current one and moves behind it; putBack() steps back over it.
+//
+// The text never changes after loading and a token depends on its position alone, so a token is
+// read by the lexer once and kept. For each position of the text there is one Place, which holds
+// the token that is read there; a position is a pointer to its place. Kept with the token are its
+// value or its name, the places around it, and where the brackets that open before it close. None
+// of that can be seen from outside: it is what reading the text again would find. Runs on whichever
+// thread runs script code.
+#pragma once
+
+#include <cstdint>
+
+#include "script/lexer.h"
+#include "script/names.h"
+#include "script/text.h"
+
+enum class PlaceState : uint8_t {
+    Unread,
+    Kept,   // the token has been read and is here
+    Faulty  // it has been read, and taking it raises its error
+};
+
+struct Place {
+    PlaceState state = PlaceState::Unread;
+    bool plain =
+        false;  // put back, the token is read again as it was: not so an empty one, a string
+    bool stuck = false;  // an empty token that ends where it was read: reading on reads it for ever
+    TokenKind kind = TokenKind::Delimiter;
+    KeywordCode keyword = KeywordCode::None;
+    char symbol = 0;            // as in Token
+    uint8_t length = 0;         // of the token's text
+    int32_t number = 0;         // of a number: its value
+    Place* next = nullptr;      // behind the token; of a faulty one, at the fault
+    Place* back = nullptr;      // where putting the token back leads
+    Name* name = nullptr;       // of an identifier, and of what a declaration took for a name
+    Place* braceEnd = nullptr;  // where skipBalanced from here came to its end
+    Place* bracketEnd = nullptr;
+    ScriptError fault = ScriptError::Syntax;
+    char text[kTokenCapacity] = "";
+};
+
+// The places of the program text, in order: one for each byte, one for its end, one behind that.
+extern Place* gPlaces;
+
+// Where the next token is read. Never null.
+extern Place* gProgramPos;
+
+// The current token: its text, kind and keyword code. Never null.
+extern Place* gToken;
+
+// Stands at the start of the program text that has just been set; all that was kept is forgotten.
+void resetTokens();
+
+// Where a place lies in the text, and back; positions outside the text are put at its ends.
+inline const char* textAt(const Place* place) {
+    return gProgramBuffer + (place - gPlaces);
+}
+Place* placeAt(const char* position);
+
+// Reads the token at `place` and keeps it there; raises its error, with the position at the fault,
+// if it has one.
+void readPlace(Place* place);
+
+#ifdef ZEL_STEP_BUDGET
+void countStep();  // of the fuzz target: ends scripts that would never end
+#else
+inline void countStep() {}
+#endif
+
+// The token that getToken would read; raises what getToken would raise. Takes nothing.
+inline Place* peekToken() {
+    Place* place = gProgramPos;
+    if (place->state != PlaceState::Kept) readPlace(place);
+    return place;
+}
+
+// Makes the token kept at `place` the current one and moves behind it.
+inline void takeToken(Place* place) {
+    gToken = place;
+    gProgramPos = place->next;
+}
+
+// Reads the token at gProgramPos.
+inline TokenKind getToken() {
+    countStep();
+    takeToken(peekToken());
+    return gToken->kind;
+}
+
+// Moves back over the current token by the length of its text; an empty token moves nothing. Of a
+// string the text is two characters shorter than its source.
+inline void putBack() {
+    gProgramPos = gToken->back;
+}
+
+// True if the current token is the delimiter or brace `c`. A string that only reads like it is not.
+inline bool tokenIs(char c) {
+    return gToken->symbol == c;
+}
+
+inline bool tokenIsEmpty() {
+    return gToken->length == 0;
+}
+
+// The name of the current token, whatever its kind.
+Name* tokenName();
+
+// Moves one character forward, but never further than one past the end.
+void skipCharacter();
+
+// Moves to just behind the first ")" at or after the position, or to the end of the text.
+void skipPastCloseParen();
+
+// Reads on until as many `close` as `open` have passed, one `open` being read already; `open` is
+// "{" or "(". Where the text has no such place this never returns (script/halt.h).
+void skipBalanced(char open, char close);
+
+// Says so and waits for ever if the current token is one that reading on cannot get past: for loops
+// that go on whatever they read.
+[[noreturn]] void waitAtCharacter();
+inline void waitIfStuck() {
+    if (gToken->stuck) waitAtCharacter();
+}
+
+// Keeps the tokens from `from` up to `to`, so that script code on two threads finds them read.
+void keepTokens(const Place* from, const Place* to);
