@@ -21,6 +21,7 @@ import struct
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
@@ -42,35 +43,38 @@ Result = collections.namedtuple("Result", "stdout status stderr")
 # Running the engine ------
 
 class Runner:
-    """script_runner: ends by itself after main()."""
+    """script_runner: ends by itself after main(). Each thread works in a folder of its own."""
 
     def __init__(self, path):
         self.path = os.path.abspath(path)
         self.environment = dict(os.environ)
+        self.own = threading.local()
 
     def run(self, script, stdin, expected):
         """The engine's Result for a script; `expected` says how long to wait, and for what."""
-        with tempfile.TemporaryDirectory(prefix="zel-model-") as folder:
-            self.prepare(folder, script)
-            with open(os.path.join(folder, "out"), "w+b") as out, \
-                    open(os.path.join(folder, "err"), "w+b") as err, \
-                    open(os.path.join(folder, "in"), "w+b") as source:
-                source.write(stdin)
-                source.seek(0)
-                process = subprocess.Popen([self.path], cwd=folder, env=self.environment,
-                                           stdin=source, stdout=out, stderr=err)
-                try:
-                    status = self.wait(process, expected, folder)
-                finally:
-                    process.kill()
-                    process.wait()
-                return Result(read(folder, "out"), status, read(folder, "err"))
+        folder = self.folder()
+        write(folder, "levels/level1/script.txt", script)
+        write(folder, "in", stdin)
+        with open(os.path.join(folder, "out"), "wb") as out, \
+                open(os.path.join(folder, "err"), "wb") as err, \
+                open(os.path.join(folder, "in"), "rb") as source:
+            process = subprocess.Popen([self.path], cwd=folder, env=self.environment,
+                                       stdin=source, stdout=out, stderr=err)
+            try:
+                status = self.wait(process, expected, folder)
+            finally:
+                process.kill()
+                process.wait()
+        return Result(read(folder, "out"), status, read(folder, "err"))
 
-    def prepare(self, folder, script):
-        level = os.path.join(folder, "levels", "level1")
-        os.makedirs(level)
-        with open(os.path.join(level, "script.txt"), "wb") as file:
-            file.write(script)
+    def folder(self):
+        if not hasattr(self.own, "keeper"):
+            self.own.keeper = tempfile.TemporaryDirectory(prefix="zel-model-")
+            self.furnish(self.own.keeper.name)
+        return self.own.keeper.name
+
+    def furnish(self, folder):
+        os.makedirs(os.path.join(folder, "levels", "level1"))
 
     def wait(self, process, expected, folder):
         if expected.kind in ("hang", "load-hang"):
@@ -87,12 +91,11 @@ class Zel(Runner):
         self.environment.setdefault("SDL_VIDEODRIVER", "offscreen")
         self.environment.setdefault("SDL_AUDIODRIVER", "dummy")
 
-    def prepare(self, folder, script):
-        super().prepare(folder, script)
+    def furnish(self, folder):
+        super().furnish(folder)
         os.symlink(self.font, os.path.join(folder, "arial.ttf"))
         os.mkdir(os.path.join(folder, "SysPics"))
-        with open(os.path.join(folder, "SysPics", "select.bmp"), "wb") as file:
-            file.write(one_pixel_bmp())
+        write(folder, "SysPics/select.bmp", one_pixel_bmp())
 
     def wait(self, process, expected, folder):
         if expected.kind not in ("done", "error"):
@@ -118,14 +121,20 @@ def wait_for_end(process, seconds):
 
 
 def wait_for_hang(process, expected, folder):
-    """None if the process still runs after a while, or as soon as a load tells that it waits."""
-    deadline = time.monotonic() + HANG_SECONDS
+    """None if the process still runs after a while. A load tells when it begins to wait."""
+    loading = expected.kind == "load-hang"
+    deadline = time.monotonic() + (LIMIT_SECONDS if loading else HANG_SECONDS)
     while process.poll() is None and time.monotonic() < deadline:
-        if expected.kind == "load-hang" and STUCK_LOAD.fullmatch(read(folder, "err")):
+        time.sleep(0.01)
+        if loading and STUCK_LOAD.fullmatch(read(folder, "err")):
             time.sleep(0.02)
             break
-        time.sleep(0.01)
     return process.poll()
+
+
+def write(folder, name, content):
+    with open(os.path.join(folder, name), "wb") as file:
+        file.write(content)
 
 
 def read(folder, name):

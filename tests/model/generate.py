@@ -324,14 +324,21 @@ def mutate_byte(token, rng):
     return token[:index] + bytes([byte]) + token[index + 1:]
 
 
+# Pieces that nearly always keep a script from being loaded: soup takes few of them.
+LOAD_BREAKERS = {"!", "&", "$", "_", ".", "\n", "\r\n\r\n", '"', '"a b', "/* open", "{", "}",
+                 "'{'", "'\"'", "\0", "\xd0\xb6", "\xff", "\x1a", "1" * 80, '"%s"' % ("s" * 80)}
+SOUP = [piece for piece in NASTY if piece not in LOAD_BREAKERS] + [
+    "if (x) {", "}", "{ }", "else { }", "while (x < 2) { x = x + 1;", "}", "x = ", "q = x", "(x)",
+    "f(", "f()", "f(1, 2)", "int f(int a) {", "}", "do {", "} while (0);", "for (x=0;x<2;x=x+1) {"]
+
+
 def soup(rng):
     pieces = []
-    for _ in range(rng.randint(1, 40)):
-        piece = nasty(rng) if rng.random() < 0.9 else bytes([rng.randrange(256)])
-        if piece in (b"&", b"$", b"_", b".", b"!", b"\n", b"\xff", b"\xd0\xb6"):
-            piece = b" "  # these alone end nearly every load; mutations have enough of them
-        pieces.append(piece + rng.choice([b"", b" ", b"\r\n"]))
+    for _ in range(rng.randint(1, 25)):
+        piece = nasty(rng) if rng.random() < 0.03 else rng.choice(SOUP).encode("latin-1")
+        pieces.append(piece + rng.choice([b"", b" ", b" ", b"\r\n"]))
     body = b"".join(pieces)
+    body += b" }" * (body.count(b"{") - body.count(b"}"))
     wrapped = b"int main() { int x, q; " + body + b" }"
     return rng.choice([body, wrapped, wrapped, b"int x;\r\n" + wrapped + b"\r\nint f() { }"])
 
