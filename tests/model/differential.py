@@ -305,7 +305,7 @@ def parse_options():
     parser.add_argument("--seed", type=int, default=1, help="seed of the first program")
     parser.add_argument("--count", type=int, default=1500)
     parser.add_argument("--seconds", type=float, help="stop after this time")
-    parser.add_argument("--family", choices=["valid", "mutated", "soup", "limits"])
+    parser.add_argument("--family", choices=list(generate.FAMILIES))
     parser.add_argument("--mismatches", type=int, default=5, help="stop after so many")
     parser.add_argument("--jobs", type=int, default=4)
     parser.add_argument("--keep", help="folder for the scripts that differ",

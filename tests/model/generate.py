@@ -1,7 +1,8 @@
 """Random scripts for the differential tests, the same ones for the same seed.
 
-program(seed) gives one script and its standard input. Four families:
+program(seed) gives one script and its standard input. Five families:
   valid     well-formed programs that come to an end
+  sloppy    valid ones with blank lines and comments also where the language minds them
   mutated   valid ones with some tokens deleted, doubled, swapped or replaced by nasty ones
   soup      keywords and odd bytes thrown together
   limits    programs at and one beyond each capacity of the language
@@ -12,6 +13,8 @@ import re
 
 WORDS = ["alpha", "b", "count", "d4", "e_e", "Value", "ifx", "x", "y", "zeta"]
 COMMENTS = ["/**/", "/* c */", "/*{;\"*/", "// note\r\n", "//}\r\n"]
+SLOPPY = ["/* c */ ", "/**/\r\n", "\r\n\r\n", " \r\n  \r\n ", "// c\r\n  ", "// c\r\n//d\r\n",
+          "/**//", "/**//**/", "/* /* */", "/*/ */", "+", "-", "()", " 1 "]
 LETTERS = "AZaz09 +-;,<(="
 
 # What a token is replaced by, or what is put between two.
@@ -238,13 +241,19 @@ class Writer:
         return (["if", "(", first, ">", "4", ")", "{", first, "=", "4", ";", "}"]
                 + ["if", "(", first, ">", "0", ")", "{"] + call + ["}"])
 
+    def function_name(self):
+        """A new name, or now and then one that a built-in or a variable has already."""
+        if self.chance(8):
+            return self.pick("getnum", "getche", "putch", *self.global_names)
+        return self.fresh("f")
+
     def program(self):
         self.global_names = [self.fresh(self.rng.choice(WORDS)) for _ in range(3)]
         declarations = ["int", self.global_names[0], ",", self.global_names[1], ";",
                         "char", self.global_names[2], ";"]
         parts = []
         for _ in range(self.rng.randint(0, 4)):
-            parts.append(self.function(self.fresh("f"), self.rng.randint(0, 3)))
+            parts.append(self.function(self.function_name(), self.rng.randint(0, 3)))
         self.names = list(self.global_names)
         body = self.block(3)[:-1] + self.output() + self.block(3)[1:]
         parts.append([self.pick("int", "char"), "main", "(", ")"] + body)
@@ -256,13 +265,16 @@ def is_word(text):
     return bool(text) and (text[-1].isalnum() or text[-1] == "_")
 
 
-def layout(tokens, rng):
-    """Joins tokens with blanks, line ends and comments, only where the language allows them."""
+def layout(tokens, rng, sloppy=0.0):
+    """Joins tokens with blanks, line ends and comments, only where the language allows them.
+
+    Sloppy is the share of tokens with something before them that it minds.
+    """
     text = ""
     for token in tokens:
         if not token:
             continue
-        text += gap(text, token, rng)
+        text += rng.choice(SLOPPY) if rng.random() < sloppy else gap(text, token, rng)
         text += "".join(rng.choice((c.lower(), c.upper())) for c in token) \
             if rng.random() < 0.05 and token[0].isalpha() else token
     return text
@@ -444,19 +456,25 @@ LIMITS = [many_functions, many_globals, many_locals, many_calls, many_frames, ma
           endings]
 
 
-def valid(rng):
+def valid(rng, sloppy=0.0):
     while True:
-        script = layout(Writer(rng).program(), rng).encode("latin-1")
+        script = layout(Writer(rng).program(), rng, sloppy).encode("latin-1")
         if len(script) < 9000:
             return script
+
+
+# The families and their shares, percent.
+FAMILIES = {"valid": 25, "sloppy": 15, "mutated": 40, "soup": 14, "limits": 6}
 
 
 def program(seed):
     """(family, script, stdin) of one seed."""
     rng = random.Random(seed)
-    family = rng.choices(["valid", "mutated", "soup", "limits"], [30, 50, 14, 6])[0]
+    family = rng.choices(list(FAMILIES), FAMILIES.values())[0]
     if family == "valid":
         script = valid(rng)
+    elif family == "sloppy":
+        script = valid(rng, rng.choice([0.002, 0.005, 0.02]))
     elif family == "mutated":
         base = valid(rng) if rng.random() < 0.9 else limits(rng).encode("latin-1")
         script = mutate(base, rng)
