@@ -31,7 +31,10 @@ Place* placeAt(const char* position) {
 
 static void keepMeaning(Place& place) {
     const bool isEmpty = place.length == 0 && place.kind == TokenKind::Delimiter;
-    place.plain = place.length > 0 && place.kind != TokenKind::String;
+    // A "/" directly behind a comment is read as the start of one when it is read at its own place.
+    const char behind = byteAt(textAt(place.next));
+    const bool opensComment = place.symbol == '/' && (behind == '/' || behind == '*');
+    place.plain = place.length > 0 && place.kind != TokenKind::String && !opensComment;
     place.stuck = isEmpty && place.keyword == KeywordCode::None && place.next == &place;
     if (place.kind == TokenKind::Identifier) place.name = nameOf(place.text);
     if (place.kind == TokenKind::Number) {
