@@ -1,0 +1,169 @@
+#!/usr/bin/env bash
+# Builds the engine and plays a game of games/. See --help.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+source tools/shell.sh
+source tools/packages.sh
+source tools/virtual_display.sh
+
+kPlaySeconds=5  # how long a game is played where nobody can see it
+kScreenshot=build/screenshot.png
+
+gGame=""
+gGamePid=""  # of the game that playUnseen started; empty while there is none
+
+showHelp() {
+    cat <<'HELP'
+Usage: ./run.sh [GAME]
+
+Installs the packages that are missing, builds the engine and plays games/GAME
+(without GAME: the show game). Where there is no display, the game is played
+for 5 seconds in a virtual one and a picture of its window is saved.
+
+    --help    shows this text
+
+ZEL_TICKS=main is set for the game unless you have set ZEL_TICKS yourself: timers
+then run on the same thread as keys and drawing. The README tells more.
+HELP
+    echo
+    listGames
+}
+
+# Games --------------------------------------------------------------------------------------------
+
+isGame() {
+    [[ "$1" != */* && -f "games/$1/levels/level1/script.txt" ]]
+}
+
+listGames() {
+    local folder
+    echo "Games:"
+    for folder in games/*/; do
+        folder="$(basename "$folder")"
+        if isGame "$folder"; then echo "    $folder"; fi
+    done
+}
+
+defaultGame() {
+    if isGame peons; then echo peons; else echo hello; fi
+}
+
+# Steps --------------------------------------------------------------------------------------------
+
+refuse() {
+    echo "run.sh: $1" >&2
+    echo "Try ./run.sh --help" >&2
+    exit 2
+}
+
+# Settles gGame.
+readArguments() {
+    local argument
+    for argument in "$@"; do
+        case "$argument" in
+            --help | -h)
+                showHelp
+                exit 0
+                ;;
+            -*) refuse "unknown option: $argument" ;;
+            *)
+                if [[ -n "$gGame" ]]; then refuse "one game at a time, please"; fi
+                gGame="$argument"
+                ;;
+        esac
+    done
+    gGame="${gGame:-$(defaultGame)}"
+}
+
+requireGame() {
+    if isGame "$gGame"; then return; fi
+    echo "run.sh: there is no game \"$gGame\"" >&2
+    listGames >&2
+    exit 2
+}
+
+hasDisplay() {
+    [[ -n "${DISPLAY:-}" || -n "${WAYLAND_DISPLAY:-}" ]]
+}
+
+installPackages() {
+    local packages=("${kRunPackages[@]}")
+    if ! hasDisplay; then packages+=("${kVirtualDisplayPackages[@]}"); fi
+    installMissing "${packages[@]}"
+}
+
+buildEngine() {
+    echo "Building..."
+    quietly "configuring" cmake --preset release
+    quietly "building" cmake --build build --target zel
+}
+
+# The game finds its level, its pictures and its font in its working directory. Its standard input
+# is run.sh's own, for scripts that read keys from the terminal.
+startGame() {
+    cd "games/$gGame"
+    exec ../../build/zel
+}
+
+# Play ---------------------------------------------------------------------------------------------
+
+# Asks the game to quit, and ends it if it does not.
+stopGame() {
+    if [[ -z "$gGamePid" ]]; then return; fi
+    kill -TERM "$gGamePid" 2>/dev/null || true
+    local tries
+    for ((tries = 0; tries < 20; tries++)); do
+        if ! kill -0 "$gGamePid" 2>/dev/null; then break; fi
+        sleep 0.1
+    done
+    kill -KILL "$gGamePid" 2>/dev/null || true
+    gGamePid=""
+}
+
+tidyUp() {
+    stopGame
+    stopVirtualDisplay
+}
+
+# Waits for up to kPlaySeconds. Returns false, as soon as it happens, if the game ends by itself.
+watchGame() {
+    local tenths
+    for ((tenths = 0; tenths < kPlaySeconds * 10; tenths++)); do
+        if ! kill -0 "$gGamePid" 2>/dev/null; then return 1; fi
+        sleep 0.1
+    done
+}
+
+playUnseen() {
+    local status=0
+    echo "There is no display here (neither DISPLAY nor WAYLAND_DISPLAY is set):"
+    echo "playing \"$gGame\" for $kPlaySeconds seconds in a virtual one."
+    trap tidyUp EXIT
+    trap 'exit 130' INT
+    trap 'exit 143' TERM HUP
+    startVirtualDisplay
+    startGame &
+    gGamePid=$!
+    if watchGame; then
+        saveScreen "$kScreenshot"
+        echo
+        echo "A picture of the window: $kScreenshot"
+        return
+    fi
+    wait "$gGamePid" || status=$?
+    gGamePid=""
+    echo
+    echo "The game ended by itself, with status $status: no picture was taken." >&2
+    return "$status"
+}
+
+play() {
+    export ZEL_TICKS="${ZEL_TICKS-main}"
+    if hasDisplay; then startGame; else playUnseen; fi
+}
+
+readArguments "$@"
+requireGame
+installPackages
+buildEngine
+play

@@ -1,0 +1,93 @@
+#!/usr/bin/env bash
+# Builds the project in every way it is tested in and runs all tests. See --help.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+source tools/shell.sh
+source tools/packages.sh
+
+# The stages in order: name, a colon, what runs. The first that fails ends the run.
+kStages=(
+    "release build: build release"
+    "release tests: runTests release"
+    "asan build: build asan"
+    "asan tests: runTests asan"
+)
+
+gSummary=()  # one line a finished stage
+
+showHelp() {
+    cat <<'HELP'
+Usage: ./test.sh [WORD]
+
+Installs the packages that are missing, builds every preset with warnings as errors, and runs all
+tests in each. With WORD, only the stages that have WORD in their name:
+
+HELP
+    local stage
+    for stage in "${kStages[@]}"; do echo "    ${stage%%:*}"; done
+}
+
+# Stage commands -----------------------------------------------------------------------------------
+
+build() {
+    cmake --preset "$1" -DZEL_WERROR=ON && cmake --build "$(buildFolder "$1")"
+}
+
+# A preset without tests is a mistake, not a success.
+runTests() {
+    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -j "$(nproc)"
+}
+
+# Running the table --------------------------------------------------------------------------------
+
+installPackages() {
+    local runtime
+    installMissing "${kRunPackages[@]}" "${kVirtualDisplayPackages[@]}" "${kTestPackages[@]}"
+    runtime="$(fuzzerRuntimePackage)"
+    if [[ -n "$runtime" ]]; then installMissing "$runtime"; fi
+}
+
+# duration SECONDS: prints it as minutes and seconds.
+duration() {
+    printf '%d:%02d' $(($1 / 60)) $(($1 % 60))
+}
+
+# runStage NAME COMMAND: runs the command and adds its line to the summary.
+runStage() {
+    local name="$1" started=$SECONDS words status=0 verdict=ok
+    read -ra words <<<"$2"
+    echo "== $name"
+    quietly "$name" "${words[@]}" || status=$?
+    if ((status != 0)); then verdict=FAILED; fi
+    gSummary+=("$(printf '%-20s %-6s %6s' "$name" "$verdict" "$(duration $((SECONDS - started)))")")
+    return "$status"
+}
+
+showSummary() {
+    echo
+    printf '%s\n' "${gSummary[@]}"
+    echo "total $(duration "$SECONDS")"
+}
+
+runStages() {
+    local word="$1" stage name
+    for stage in "${kStages[@]}"; do
+        name="${stage%%:*}"
+        if [[ "$name" != *"$word"* ]]; then continue; fi
+        runStage "$name" "${stage#*:}" || return
+    done
+}
+
+case "${1:-}" in
+    --help | -h)
+        showHelp
+        exit 0
+        ;;
+    -*)
+        echo "test.sh: unknown option: $1" >&2
+        exit 2
+        ;;
+esac
+installPackages
+trap showSummary EXIT
+runStages "${1:-}"
