@@ -30,7 +30,7 @@ HELP
 # Stage commands -----------------------------------------------------------------------------------
 
 build() {
-    cmake --preset "$1" -DZEL_WERROR=ON && cmake --build "$(buildFolder "$1")"
+    cmake --preset "$1" -DZEL_TESTS=ON -DZEL_WERROR=ON && cmake --build "$(buildFolder "$1")"
 }
 
 # A preset without tests is a mistake, not a success.

@@ -21,7 +21,8 @@ kVirtualDisplayPackages=(xvfb imagemagick)
 kTestPackages=(libgtest-dev clang xdotool openbox x11-utils python3)
 
 isInstalled() {
-    [[ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null)" == installed ]]
+    command -v dpkg-query >/dev/null &&
+        [[ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null)" == installed ]]
 }
 
 # Runs apt-get as root. Sets DEBIAN_FRONTEND behind sudo, which would drop it.
