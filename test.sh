@@ -64,6 +64,7 @@ runStage() {
 }
 
 showSummary() {
+    if ((${#gSummary[@]} == 0)); then return; fi
     echo
     printf '%s\n' "${gSummary[@]}"
     echo "total $(duration "$SECONDS")"
@@ -76,6 +77,10 @@ runStages() {
         if [[ "$name" != *"$word"* ]]; then continue; fi
         runStage "$name" "${stage#*:}" || return
     done
+    if ((${#gSummary[@]} == 0)); then
+        echo "test.sh: no stage has \"$word\" in its name; see --help" >&2
+        return 2
+    fi
 }
 
 case "${1:-}" in

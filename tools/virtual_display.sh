@@ -19,7 +19,6 @@ startVirtualDisplay() {
         return 1
     fi
     export DISPLAY=":$number" SDL_VIDEODRIVER=x11
-    unset WAYLAND_DISPLAY
 }
 
 stopVirtualDisplay() {
