@@ -451,9 +451,17 @@ def endings(rng):
     return rng.choice([body + tail, body + "\r\n" + tail, "int main() print(4);" + tail])
 
 
+def top_level(rng):
+    odd = ["int {", "char }", "int if", "int int z;", "int 5 { }", "char \"s\"", "int z(", "int z;",
+           "}", "{ }", "12 ;", "int z, if, 5, \"y\";", "int z(int", "char z, , ;", "int z(()", "x"]
+    lines = [rng.choice(odd) for _ in range(rng.randint(1, 4))] + ["int main() { print(1); }"]
+    rng.shuffle(lines)
+    return "\r\n".join(lines)
+
+
 LIMITS = [many_functions, many_globals, many_locals, many_calls, many_frames, many_arguments,
           long_names, long_tokens, deep_parentheses, deep_statements, full_buffer, endings,
-          endings]
+          endings, top_level, top_level]
 
 
 def valid(rng, sloppy=0.0):
