@@ -31,7 +31,6 @@ import model  # noqa: E402
 
 BUDGET = 20000  # tokens; keeps one program within some milliseconds on either side
 HANG_SECONDS = 0.5
-LIMIT_SECONDS = 60  # a busy machine draws the first frame in seconds
 SETTLE_SECONDS = (0.7, 3, 10)  # until the engine has surely reached its loop
 FONT = "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf"
 LOOSE_REPORT = rb"\d+\n[\s\S]{0,30}"
@@ -45,6 +44,8 @@ Result = collections.namedtuple("Result", "stdout status stderr")
 
 class Runner:
     """script_runner: ends by itself after main(). Each thread works in a folder of its own."""
+
+    limit_seconds = 10
 
     def __init__(self, path):
         self.path = os.path.abspath(path)
@@ -79,12 +80,25 @@ class Runner:
 
     def wait(self, process, expected, folder):
         if expected.kind in ("hang", "load-hang"):
-            return wait_for_hang(process, expected, folder)
-        return wait_for_end(process, LIMIT_SECONDS)
+            return self.wait_for_hang(process, expected, folder)
+        return wait_for_end(process, self.limit_seconds)
+
+    def wait_for_hang(self, process, expected, folder):
+        """None if the process still runs after a while. A load tells when it begins to wait."""
+        loading = expected.kind == "load-hang"
+        deadline = time.monotonic() + (self.limit_seconds if loading else HANG_SECONDS)
+        while process.poll() is None and time.monotonic() < deadline:
+            time.sleep(0.01)
+            if loading and STUCK_LOAD.fullmatch(read(folder, "err")):
+                time.sleep(0.02)
+                break
+        return process.poll()
 
 
 class Zel(Runner):
     """The engine itself: it stays in its loop after main() until it is asked to quit."""
+
+    limit_seconds = 60  # a busy machine draws the first frame in seconds
 
     def __init__(self, path, font):
         super().__init__(path)
@@ -109,13 +123,13 @@ class Zel(Runner):
         if expected.kind not in ("done", "error"):
             return super().wait(process, expected, folder)
         wanted = expected.loose[0] if expected.loose else len(expected.stdout)
-        deadline = time.monotonic() + LIMIT_SECONDS
+        deadline = time.monotonic() + self.limit_seconds
         soonest = time.monotonic() + (0.05 if wanted else self.own.settle)
         while process.poll() is None and time.monotonic() < deadline:
             printed = os.path.getsize(os.path.join(folder, "out"))
             if printed >= wanted and time.monotonic() > soonest:
                 process.send_signal(signal.SIGTERM)
-                return wait_for_end(process, LIMIT_SECONDS)
+                return wait_for_end(process, self.limit_seconds)
             time.sleep(0.02)
         return process.poll()
 
@@ -125,18 +139,6 @@ def wait_for_end(process, seconds):
         return process.wait(seconds)
     except subprocess.TimeoutExpired:
         return None
-
-
-def wait_for_hang(process, expected, folder):
-    """None if the process still runs after a while. A load tells when it begins to wait."""
-    loading = expected.kind == "load-hang"
-    deadline = time.monotonic() + (LIMIT_SECONDS if loading else HANG_SECONDS)
-    while process.poll() is None and time.monotonic() < deadline:
-        time.sleep(0.01)
-        if loading and STUCK_LOAD.fullmatch(read(folder, "err")):
-            time.sleep(0.02)
-            break
-    return process.poll()
 
 
 def write(folder, name, content):
@@ -209,7 +211,7 @@ class Comparison:
 
 # Minimising ------
 
-def minimise(engine, script, stdin, tries=500, seconds=60):
+def minimise(engine, script, stdin, seconds, tries=500):
     """A script as short as can be found on which model and engine still differ."""
     deadline = time.monotonic() + seconds
     for cut in (generate.split, lambda text: [bytes([byte]) for byte in text]):
@@ -277,7 +279,8 @@ class Campaign:
             print("seed %d: %s" % (seed, comparison.why), flush=True)
 
     def show(self, seed, comparison):
-        small = minimise(self.engine, comparison.script, comparison.stdin)
+        small = minimise(self.engine, comparison.script, comparison.stdin,
+                         self.options.shrink)
         os.makedirs(self.options.keep, exist_ok=True)
         for name, script in (("full", comparison.script), ("small", small)):
             path = os.path.join(self.options.keep, "%d-%s.txt" % (seed, name))
@@ -314,6 +317,7 @@ def parse_options():
     parser.add_argument("--seconds", type=float, help="stop after this time")
     parser.add_argument("--family", choices=list(generate.FAMILIES))
     parser.add_argument("--mismatches", type=int, default=5, help="stop after so many")
+    parser.add_argument("--shrink", type=float, default=60, help="seconds to minimise each")
     parser.add_argument("--jobs", type=int, default=4)
     parser.add_argument("--keep", help="folder for the scripts that differ",
                         default=os.path.join(tempfile.gettempdir(), "zel-mismatches"))
