@@ -60,38 +60,47 @@ static bool compare(char relation, int32_t a, int32_t b) {
 
 static void evalAssign(int32_t& value);
 
+// The two calls of an identifier. Out of the way of the variables, which are met far more often.
+[[gnu::noinline]] static int32_t evalCall() {
+    const Name* name = gToken->name;
+    int32_t result = 0;
+    enterNesting();
+    if (name->builtin != nullptr) {
+        result = name->builtin->handler();
+    } else {
+        callFunction(name->function);
+        result = gReturnValue;
+    }
+    leaveNesting();
+    return result;
+}
+
 // identifier -> builtin arguments | function arguments | variable
 // A built-in hides a function, a function hides a variable of the same name.
-static void evalName(int32_t& value) {
+static inline void evalName(int32_t& value) {
     Name* name = gToken->name;
-    if (name->builtin != nullptr) {
-        value = name->builtin->handler();
-    } else if (name->function != nullptr) {
-        callFunction(name->function);
-        value = gReturnValue;
-    } else {
-        value = findVar(name);
-    }
+    const bool isVariable = name->builtin == nullptr && name->function == nullptr;
+    value = isVariable ? findVar(name) : evalCall();
 }
 
 // The position stands behind the opening quote. No escapes: the character counts as it is.
-static void evalCharacter(int32_t& value) {
+static int32_t evalCharacter() {
     const char* position = textAt(gProgramPos);
-    value = static_cast<signed char>(byteAt(position));
     if (byteAt(position) == '\0' || byteAt(position + 1) != '\'') {
         syntaxError(ScriptError::NoClosingQuote);
     }
     gProgramPos = placeAt(position + 2);
+    return static_cast<signed char>(*position);
 }
 
 // atom -> identifier ... | number | "'" character "'" | (nothing, before a ")")
-static void atom(int32_t& value) {
+[[gnu::always_inline]] static inline void atom(int32_t& value) {
     if (gToken->kind == TokenKind::Identifier) {
         evalName(value);
     } else if (gToken->kind == TokenKind::Number) {
         value = gToken->number;
     } else if (tokenIs('\'')) {
-        evalCharacter(value);
+        value = evalCharacter();
     } else if (tokenIs(')')) {
         return;
     } else {
@@ -100,19 +109,30 @@ static void atom(int32_t& value) {
     getToken();
 }
 
-// paren -> "(" assign ")" | atom
-static void evalParen(int32_t& value) {
-    if (!tokenIs('(')) return atom(value);
+// The inner half of paren, behind its "(". `value` is what an empty pair of parentheses leaves.
+[[gnu::noinline]] static int32_t evalInParens(int32_t value) {
+    enterNesting();
     getToken();
     evalAssign(value);
     if (!tokenIs(')')) syntaxError(ScriptError::NoParens);
     getToken();
+    leaveNesting();
+    return value;
+}
+
+// paren -> "(" assign ")" | atom
+[[gnu::always_inline]] static inline void evalParen(int32_t& value) {
+    if (tokenIs('(')) {
+        value = evalInParens(value);
+    } else {
+        atom(value);
+    }
 }
 
 // Operators -----------------------------------------------------------------------------------
 
 // unary -> [ "+" | "-" ] paren
-static void evalUnary(int32_t& value) {
+[[gnu::always_inline]] static inline void evalUnary(int32_t& value) {
     if (gToken->symbol == 0) return atom(value);  // no sign and no parenthesis: most operands
     const bool minus = tokenIs('-');
     if (minus || tokenIs('+')) getToken();
@@ -121,7 +141,7 @@ static void evalUnary(int32_t& value) {
 }
 
 // product -> unary { ( "*" | "/" | "%" ) unary }
-static void evalMulDiv(int32_t& value) {
+[[gnu::always_inline]] static inline void evalMulDiv(int32_t& value) {
     evalUnary(value);
     while (tokenIs('*') || tokenIs('/') || tokenIs('%')) {
         const char operation = gToken->symbol;
@@ -135,7 +155,7 @@ static void evalMulDiv(int32_t& value) {
 }
 
 // sum -> product { ( "+" | "-" ) product }
-static void evalAddSub(int32_t& value) {
+[[gnu::always_inline]] static inline void evalAddSub(int32_t& value) {
     evalMulDiv(value);
     while (tokenIs('+') || tokenIs('-')) {
         const bool minus = tokenIs('-');
@@ -172,32 +192,60 @@ static ScriptVariable* assignedVariable() {
     return nullptr;
 }
 
+// An operand with nothing behind it, as in "f(1, n)": saves the walk down the levels for what
+// stands in a text most often. Returns false, having done nothing, for anything else.
+static bool evalLoneOperand(int32_t& value) {
+    Place* next = gProgramPos;
+    const char end = next->plain ? next->symbol : '\0';
+    if (end != ')' && end != ';' && end != ',') return false;
+    if (gToken->kind == TokenKind::Number) {
+        value = gToken->number;
+    } else if (gToken->kind == TokenKind::Identifier) {
+        evalName(value);
+        next = peekToken();
+    } else {
+        return false;
+    }
+    takeToken(next);
+    return true;
+}
+
 // assign -> variable "=" assign | relation
-static void evalAssignOrRelation(int32_t& value) {
+static void evalAssign(int32_t& value) {
+    if (evalLoneOperand(value)) return;
     ScriptVariable* variable = nullptr;
     if (gToken->kind == TokenKind::Identifier) variable = assignedVariable();
     if (variable == nullptr) return evalRelational(value);
+    enterNesting();
     getToken();
     getToken();
     evalAssign(value);
     variable->value = value;
-}
-
-static void evalAssign(int32_t& value) {
-    enterNesting();
-    evalAssignOrRelation(value);
     leaveNesting();
 }
 
-void evalExpression(int32_t& value) {
+// Evaluates the expression at the position and leaves the token behind it as the current one.
+// Returns false if there was only a ";": that is 0, and nothing is left to put back.
+static bool evalFromPosition(int32_t& value) {
     getToken();
     if (tokenIsEmpty()) syntaxError(ScriptError::NoExpression);
     if (tokenIs(';')) {
         value = 0;
-        return;
+        return false;
     }
     evalAssign(value);
-    putBack();
+    return true;
+}
+
+void evalExpression(int32_t& value) {
+    if (evalFromPosition(value)) putBack();
+}
+
+void evalArgument(int32_t& value) {
+    const bool ended = evalFromPosition(value);
+    if (ended && gToken->plain) return;  // put back it would be read again as it is
+    if (ended) putBack();
+    getToken();
 }
 
 void evalCurrentExpression() {

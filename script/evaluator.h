@@ -15,6 +15,10 @@
 // Raises NoExpression where there is none.
 void evalExpression(int32_t& value);
 
+// evalExpression and then getToken, in one: the token that ends the expression is the current one
+// afterwards, and the position is behind it.
+void evalArgument(int32_t& value);
+
 // Evaluates the expression whose first token is the current one, and drops its value. The token
 // that ends it stays the current one.
 void evalCurrentExpression();

@@ -32,25 +32,20 @@ void getArgs() {
     do {
         if (count == kMaxArguments) syntaxError(ScriptError::TooManyArguments);
         values[count] = 0;
-        evalExpression(values[count]);
+        evalArgument(values[count]);
         count++;
-        getToken();
     } while (tokenIs(','));
 
-    ScriptVariable argument;
-    while (count > 0) {
-        argument.value = values[--count];
-        pushLocal(argument);
-    }
+    while (count > 0)
+        pushLocal({nullptr, kArgumentType, values[--count]});
 }
 
 // Names the argument at `slot`, or pushes a local where the caller gave no argument.
 static void nameParameter(int32_t slot, int32_t base) {
-    ScriptVariable missing;
-    ScriptVariable& parameter = slot >= base ? gLocalStack[slot] : missing;
-    parameter.type = kParameterType;
-    parameter.name = declaredName();
-    if (slot < base) pushLocal(missing);
+    Name* name = declaredName();
+    if (slot < base) return pushLocal({name, kParameterType, 0});
+    gLocalStack[slot].name = name;
+    gLocalStack[slot].type = kParameterType;
 }
 
 void getParams(int32_t base) {

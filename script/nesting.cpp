@@ -4,14 +4,18 @@
 
 #include <cstddef>
 
-__thread int32_t gNestingDepth = 0;
-__thread const char* gStackFloor = nullptr;
+#include "script/errors.h"
 
-// What an error report, a library call of a built-in and a signal handler may need on top.
+__thread int32_t gNestingDepth = 0;
+
+// The lowest address that script code may use on this thread's stack; null until it is first asked
+// for.
+static thread_local const char* gStackFloor = nullptr;
+
+// What the levels between two checks, an error report and a library call may need on top.
 static constexpr size_t kStackReserve = 256 * 1024;
 
-void findStackFloor() {
-    if (gStackFloor != nullptr) return;
+static void findStackFloor() {
     pthread_attr_t attributes;
     void* lowest = nullptr;
     size_t size = 0;
@@ -20,4 +24,12 @@ void findStackFloor() {
         pthread_attr_destroy(&attributes);
     }
     gStackFloor = static_cast<const char*>(lowest) + kStackReserve;
+}
+
+void checkNesting() {
+    if (gStackFloor == nullptr) findStackFloor();
+    const char* here = static_cast<const char*>(__builtin_frame_address(0));
+    if (gNestingDepth >= kMaxNesting || here < gStackFloor) {
+        syntaxError(ScriptError::NestedTooDeeply);
+    }
 }

@@ -7,29 +7,24 @@
 
 #include <cstdint>
 
-#include "script/errors.h"
-
 // Levels of nesting in all work of one entry into the interpreter. The longest road of one level
 // takes under 2 KiB of stack in the sanitizer build: 8 MiB, the usual size, hold them all.
 constexpr int32_t kMaxNesting = 4000;
 
+// The bound is looked at every so many levels only; kMaxNesting is a multiple of it.
+constexpr int32_t kNestingStep = 16;
+static_assert(kMaxNesting % kNestingStep == 0, "the bound must be looked at when it is reached");
+
 // Levels entered and not left on this thread; runGuarded puts it back after an error.
 extern __thread int32_t gNestingDepth;
 
-// The lowest address that script code may use on this thread's stack.
-extern __thread const char* gStackFloor;
+// Raises NestedTooDeeply at the bound, and on a thread whose stack is smaller than usual before
+// that stack runs out.
+void checkNesting();
 
-// Finds gStackFloor on a thread that enters the interpreter for the first time.
-void findStackFloor();
-
-// Enters one level, or raises NestedTooDeeply: at the bound, and on a thread whose stack is smaller
-// than usual, before that stack runs out.
 inline void enterNesting() {
-    const char* here = static_cast<const char*>(__builtin_frame_address(0));
-    if (gNestingDepth >= kMaxNesting || here < gStackFloor) {
-        syntaxError(ScriptError::NestedTooDeeply);
-    }
     gNestingDepth++;
+    if (gNestingDepth % kNestingStep == 0) checkNesting();
 }
 
 inline void leaveNesting() {

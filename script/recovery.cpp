@@ -13,7 +13,6 @@
 static thread_local std::jmp_buf* gErrorJump = nullptr;
 
 bool runGuarded(void (*operation)(const void*), const void* argument) {
-    findStackFloor();
     std::jmp_buf here;
     std::jmp_buf* const outer = gErrorJump;
     const int32_t localTop = gLocalTop;

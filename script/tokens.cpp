@@ -73,9 +73,12 @@ void keepTokens(const Place* from, const Place* to) {
     }
 }
 
-Name* tokenName() {
-    if (gToken->name == nullptr) gToken->name = nameOf(gToken->text);
-    return gToken->name;
+Name* checkDeclaredName() {
+    if (gToken->length > kMaxNameLength) {
+        std::printf("Name is too long: %s\n", gToken->text);
+        abortProcess();
+    }
+    return gToken->name = nameOf(gToken->text);
 }
 
 // Moving --------------------------------------------------------------------------------------

@@ -105,8 +105,14 @@ inline bool tokenIsEmpty() {
     return gToken->length == 0;
 }
 
-// The name of the current token, whatever its kind.
-Name* tokenName();
+// The name that the current token, whatever its kind, gives to what is being declared. One longer
+// than 30 characters is fatal: prints "Name is too long: " and the name, and aborts the process.
+constexpr uint8_t kMaxNameLength = 30;
+Name* checkDeclaredName();
+inline Name* declaredName() {
+    const bool isGood = gToken->name != nullptr && gToken->length <= kMaxNameLength;
+    return isGood ? gToken->name : checkDeclaredName();
+}
 
 // Moves one character forward, but never further than one past the end.
 void skipCharacter();

@@ -1,18 +1,21 @@
 // The variables of the script: globals, the stack of locals, and the stack of active calls.
 //
 // All values are signed 32-bit integers, `char` variables too. The stacks are fixed; what does not
-// fit is a script error. Shared as it stands by the main thread and the timer thread.
+// fit is a script error. Shared as it stands by the main thread and the timer thread: the tops are
+// copied before they are tested and used, so that no index leaves its array if the other thread
+// moves them in between.
+//
+// What runs for every operand or call stands here, to be compiled into its callers.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
+#include "script/errors.h"
 #include "script/names.h"
 
 constexpr int32_t kMaxGlobals = 100;
-constexpr int32_t kMaxLocals = 201;   // of all active calls together, arguments included
-constexpr int32_t kMaxCalls = 101;    // active at one time, the run of main included
-constexpr size_t kNameCapacity = 31;  // bytes of a name, the terminating zero included
+constexpr int32_t kMaxLocals = 201;  // of all active calls together, arguments included
+constexpr int32_t kMaxCalls = 101;   // active at one time, the run of main included
 
 // What ScriptVariable::type holds besides the keyword codes of `char` and `int`.
 constexpr int32_t kArgumentType = 0;
@@ -33,21 +36,32 @@ extern int32_t gLocalTop;                       // used entries of gLocalStack
 extern int32_t gCallStack[kMaxCalls];  // for each active call, gLocalTop at its start
 extern int32_t gCallDepth;             // active calls
 
-// The name of the current token, for a declaration. One longer than 30 characters is fatal: prints
-// "Name is too long: " and the name, and aborts the process.
-Name* declaredName();
-
 // Raises TooManyGlobals when gGlobalVars is full.
 void declareGlobalVariable(const ScriptVariable& variable);
 
 // Pushes a local of the current call. Raises TooManyLocals when the stack is full.
-void pushLocal(const ScriptVariable& variable);
+inline void pushLocal(const ScriptVariable& variable) {
+    const int32_t top = gLocalTop;
+    if (top >= kMaxLocals) syntaxError(ScriptError::TooManyLocals);
+    gLocalStack[top] = variable;
+    gLocalTop = top + 1;
+}
 
 // Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.
-void pushCall(int32_t base);
+inline void pushCall(int32_t base) {
+    const int32_t depth = gCallDepth;
+    if (depth >= kMaxCalls) syntaxError(ScriptError::TooManyCalls);
+    gCallStack[depth] = base;
+    gCallDepth = depth + 1;
+}
 
 // Leaves the current call and returns its base. Raises ReturnOutsideFunction if there is none.
-int32_t popCall();
+inline int32_t popCall() {
+    const int32_t depth = gCallDepth - 1;
+    if (depth < 0) syntaxError(ScriptError::ReturnOutsideFunction);
+    gCallDepth = depth;
+    return gCallStack[depth];
+}
 
 // gLocalTop at the start of the current call: its locals stand from there on. 0 outside calls.
 inline int32_t currentFrameBase() {
@@ -65,7 +79,9 @@ inline ScriptVariable* lookUpVariable(Name* name) {
     return name->global;
 }
 
-// findVar and assignVar raise NoSuchVariable for a name that is not found.
-int32_t findVar(Name* name);
-bool isVar(Name* name);
-void assignVar(Name* name, int32_t value);
+// The value of a variable. Raises NoSuchVariable for a name that is not found.
+inline int32_t findVar(Name* name) {
+    const ScriptVariable* variable = lookUpVariable(name);
+    if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable);
+    return variable->value;
+}
