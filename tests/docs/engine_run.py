@@ -1,0 +1,145 @@
+"""Runs level scripts of the documentation in the real engine and gives what they print."""
+
+import os
+import shutil
+import subprocess
+import tempfile
+import time
+from dataclasses import dataclass
+
+PATIENCE = 10.0  # seconds that expected output may take on a busy machine
+SETTLE = 0.2  # seconds in which output that nobody expects would show
+
+
+@dataclass
+class Result:
+    """What a run printed, and its exit status if it ended by itself, else None."""
+
+    out: str
+    err: str
+    status: object
+
+
+class GameFolder:
+    """A working directory of the engine with the tutorial's pictures; gone after the with."""
+
+    def __init__(self, script, pictures, font):
+        self.root = tempfile.mkdtemp(prefix="zel-docs-")
+        level = os.path.join(self.root, "levels", "level1")
+        shutil.copytree(os.path.join(pictures, "img"), os.path.join(level, "img"))
+        shutil.copytree(os.path.join(pictures, "SysPics"), os.path.join(self.root, "SysPics"))
+        os.symlink(font, os.path.join(self.root, "arial.ttf"))
+        with open(os.path.join(level, "script.txt"), "wb") as file:
+            file.write(script)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        shutil.rmtree(self.root)
+
+
+class Engine:
+    """One run of the engine. With a display (":7") in a window there, otherwise unseen."""
+
+    def __init__(self, zel, folder, display=None, typed=""):
+        env = dict(os.environ, ZEL_TICKS="main", SDL_AUDIODRIVER="dummy")
+        env["SDL_VIDEODRIVER"] = "x11" if display else "offscreen"
+        if display:
+            env["DISPLAY"] = display
+        self.out_path = os.path.join(folder.root, "stdout")
+        self.err_path = os.path.join(folder.root, "stderr")
+        with open(self.out_path, "wb") as out, open(self.err_path, "wb") as err:
+            self.process = subprocess.Popen(
+                [zel], cwd=folder.root, env=env, stdin=subprocess.PIPE, stdout=out, stderr=err
+            )
+        self.process.stdin.write(typed.encode())
+        self.process.stdin.close()
+
+    def out(self):
+        return read_text(self.out_path)
+
+    def err(self):
+        return read_text(self.err_path)
+
+    def ended(self):
+        return self.process.poll() is not None
+
+    def wait_for(self, is_there, patience=PATIENCE):
+        """Waits until is_there() or the engine has ended, at most `patience` seconds."""
+        deadline = time.monotonic() + patience
+        while time.monotonic() < deadline and not self.ended() and not is_there():
+            time.sleep(0.02)
+
+    def stop(self):
+        """Ends the run; gives what it printed.
+
+        Asking it to quit would be kinder, but without a display nothing slows the frames down, and
+        destroying the renderer then takes seconds. All output has been flushed by then anyway.
+        """
+        status = self.process.poll()
+        self.process.kill()
+        self.process.wait()
+        return Result(self.out(), self.err(), status)
+
+
+def read_text(path):
+    with open(path, "rb") as file:
+        return file.read().decode("utf-8", "replace")
+
+
+def crlf(text):
+    """A script as the engine wants it: every line ends in CR LF."""
+    return text.replace("\n", "\r\n").encode()
+
+
+class Display:
+    """A virtual display with keys and a mouse that a test moves. Keys do not repeat on it."""
+
+    def __init__(self):
+        read_end, write_end = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-r", "-screen", "0", "640x480x24"],
+            pass_fds=[write_end], stderr=subprocess.DEVNULL,
+        )
+        os.close(write_end)
+        with os.fdopen(read_end) as pipe:
+            self.name = ":" + pipe.readline().strip()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.server.terminate()
+        self.server.wait()
+
+    def tool(self, *words):
+        command = ["xdotool", *words]
+        return subprocess.run(
+            command, env=dict(os.environ, DISPLAY=self.name), capture_output=True, check=False
+        )
+
+    def wait_for_window(self, engine):
+        """Waits until the engine's window is shown and a few frames have been drawn."""
+        engine.wait_for(lambda: self.tool("search", "--onlyvisible", "--name", "^Zel").stdout)
+        self.tool("mousemove", "320", "240")
+        time.sleep(0.4)
+
+    def play(self, actions):
+        """Does actions such as "key Left", "mousemove 10 20", "click 1" and "sleep 0.2"."""
+        for action in actions:
+            words = action.split()
+            if words[0] == "sleep":
+                time.sleep(float(words[1]))
+            elif words[0] == "key":
+                self.press(words[1])
+            else:
+                self.tool(*words)
+                time.sleep(0.05)
+
+    def press(self, key):
+        """A key held as long as a player's finger holds it, which is longer than a frame."""
+        self.tool("keydown", key)
+        time.sleep(0.15)
+        self.tool("keyup", key)
+        time.sleep(0.15)

@@ -1,0 +1,151 @@
+#!/usr/bin/env python3
+"""Runs the scripts of a page of the documentation and compares what they print with the page.
+
+    page_test.py --zel ZEL --font FONT --pictures FOLDER PAGE [--builtins builtins.cpp] [--traps]
+
+With --builtins every function of that table must have an entry of its own on the page, with a line
+that shows the call and an example that uses it. With --traps every entry of the chapter "Traps"
+must show a wrong script and a right one that differ in what they print.
+"""
+
+import argparse
+import re
+import sys
+import time
+from concurrent.futures import ThreadPoolExecutor
+
+from engine_run import SETTLE, Display, Engine, GameFolder, crlf
+from page import read_blocks, read_examples
+
+AT_ONCE = 3  # runs side by side
+
+
+def comparable(out):
+    """Carriage returns, which a terminal does not show, and the last line end do not count."""
+    return out.replace("\r", "").rstrip("\n")
+
+
+def wanted_status(example):
+    return int(example.marks["status"]) if "status" in example.marks else None
+
+
+def run(example, setup, display=None):
+    """Runs until all that is expected is there, and a little longer for what is not."""
+    script = crlf(example.script)
+    if example.marks.get("line ends") == "LF":
+        script = example.script.encode()
+    with GameFolder(script, setup.pictures, setup.font) as folder:
+        name = display.name if display else None
+        engine = Engine(setup.zel, folder, name, example.marks.get("types", ""))
+        if display:
+            display.wait_for_window(engine)
+            display.play(example.marks["input"].split(", "))
+        engine.wait_for(
+            lambda: len(comparable(engine.out())) >= len(comparable(example.out))
+            and example.err.strip() in engine.err()
+        )
+        if wanted_status(example) is None:
+            time.sleep(SETTLE)
+        else:
+            engine.wait_for(lambda: False)
+        return engine.stop()
+
+
+def faults_of(example, result):
+    faults = []
+    if comparable(result.out) != comparable(example.out):
+        faults.append(f"prints {comparable(result.out)!r}, the page says {comparable(example.out)!r}")
+    if example.err.strip() not in result.err:
+        faults.append(f"standard error {result.err!r} lacks {example.err!r}")
+    if result.status != wanted_status(example):
+        faults.append(f"status {result.status}, the page says {wanted_status(example)}")
+    return [f"line {example.line}, {example.heading}: {fault}" for fault in faults]
+
+
+def run_all(examples, setup):
+    """Those with input one after the other, as they share a display; the others side by side."""
+    played = [example for example in examples if "input" in example.marks]
+    unseen = [example for example in examples if "input" not in example.marks]
+    with ThreadPoolExecutor(AT_ONCE) as pool:
+        results = list(pool.map(lambda example: run(example, setup), unseen))
+    faults = [f for e, r in zip(unseen, results) for f in faults_of(e, r)]
+    if played:
+        with Display() as display:
+            for example in played:
+                faults += faults_of(example, run(example, setup, display))
+    return faults
+
+
+def entry_faults(name, page, examples):
+    """What the entry of one built-in lacks."""
+    entry = re.search(rf"^### `{name}`\n\n(.+)\n\n(.+)\n", page, re.MULTILINE)
+    if not entry:
+        return [f"{name} has no entry"]
+    faults = []
+    if f"{name}(" not in entry[1] or not entry[1].startswith("`"):
+        faults.append(f"the entry of {name} does not begin with a line that shows the call")
+    own = [e for e in examples if e.heading == f"### `{name}`"]
+    if not any(f"{name}(" in example.script for example in own):
+        faults.append(f"the entry of {name} has no example that uses it")
+    return faults
+
+
+def table_faults(table, page, examples):
+    """Compares the page's entries with the engine's table of built-ins."""
+    names = re.findall(r'^\s*\{"(\w+)", builtin', table, re.MULTILINE)
+    entries = re.findall(r"^### `(\w+)`", page, re.MULTILINE)
+    faults = [] if len(names) == 40 else [f"the engine's table has {len(names)} names, not 40"]
+    faults += [f"{entry} is no built-in" for entry in entries if entry not in names]
+    faults += [f"{entry} has two entries" for entry in set(entries) if entries.count(entry) > 1]
+    for name in names:
+        faults += entry_faults(name, page, examples)
+    return faults
+
+
+def trap_faults(page):
+    """Every trap shows a wrong script and a right one, and the two do not do the same."""
+    chapter = re.search(r"^## Traps\n(.*?)(?=^## |\Z)", page, re.MULTILINE | re.DOTALL)[1]
+    examples = read_examples(chapter)
+    leads = {block.line: block.lead for block in read_blocks(chapter) if block.info == "c"}
+    faults = []
+    for heading in re.findall(r"^### .*", chapter, re.MULTILINE):
+        own = [e for e in examples if e.heading == heading]
+        wrong = [e for e in own if leads[e.line].startswith("Wrong")]
+        right = [e for e in own if leads[e.line].startswith("Right")]
+        if not wrong or not right:
+            faults.append(f"{heading}: lacks a wrong or a right script")
+        faults += [f"{heading}: wrong and right print the same"
+                   for w in wrong for r in right if (w.out, w.err) == (r.out, r.err)]
+    return faults
+
+
+def read_arguments():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("page")
+    parser.add_argument("--zel", required=True)
+    parser.add_argument("--font", required=True)
+    parser.add_argument("--pictures", required=True)
+    parser.add_argument("--builtins")
+    parser.add_argument("--traps", action="store_true")
+    return parser.parse_args()
+
+
+def main():
+    setup = read_arguments()
+    with open(setup.page, encoding="utf-8") as file:
+        page = file.read()
+    examples = read_examples(page)
+    faults = [] if examples else ["the page has no script"]
+    if setup.builtins:
+        with open(setup.builtins, encoding="utf-8") as file:
+            faults += table_faults(file.read(), page, examples)
+    if setup.traps:
+        faults += trap_faults(page)
+    faults += run_all(examples, setup)
+    print(f"{len(examples)} scripts run, {len(faults)} faults")
+    if faults:
+        sys.exit("\n".join(faults))
+
+
+if __name__ == "__main__":
+    main()
