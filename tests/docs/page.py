@@ -36,7 +36,7 @@ class Block:
     info: str
     text: str
     marks: dict
-    lead: str  # the last line of text above the block
+    lead: str  # the first line of the paragraph above the block
 
 
 MARK = re.compile(r"<!--\s*([a-z ]+?)\s*(?::\s*(.*?))?\s*-->")
@@ -45,6 +45,7 @@ MARK = re.compile(r"<!--\s*([a-z ]+?)\s*(?::\s*(.*?))?\s*-->")
 def read_blocks(text):
     """All fenced blocks of a page."""
     blocks, heading, marks, lead, body = [], "", {}, "", None
+    above = ""
     for number, line in enumerate(text.split("\n"), 1):
         if body is not None:
             if line == "```":
@@ -59,8 +60,9 @@ def read_blocks(text):
         elif MARK.fullmatch(line.strip()):
             name, value = MARK.fullmatch(line.strip()).groups()
             marks[name] = value or ""
-        elif line.strip():
+        elif line.strip() and not above.strip():
             lead = line
+        above = line
     if body is not None:
         raise ValueError(f"the block of line {start} is not closed")
     return blocks
