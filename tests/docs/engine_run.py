@@ -99,7 +99,7 @@ class Display:
     def __init__(self):
         read_end, write_end = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-r", "-screen", "0", "640x480x24"],
+            ["Xvfb", "-displayfd", str(write_end), "-r", "-noreset", "-screen", "0", "640x480x24"],
             pass_fds=[write_end], stderr=subprocess.DEVNULL,
         )
         os.close(write_end)
