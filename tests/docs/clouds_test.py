@@ -1,0 +1,71 @@
+#!/usr/bin/env python3
+"""Watches games/clouds: its pictures move with nobody touching a key, and it reports nothing wrong.
+
+    clouds_test.py --zel ZEL --font FONT GAME
+"""
+
+import argparse
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+from engine_run import Display, Engine
+
+
+class GameCopy:
+    """A copy of a game's folder, for the files that a run leaves behind."""
+
+    def __init__(self, game, font):
+        self.root = tempfile.mkdtemp(prefix="zel-docs-")
+        for folder in ("levels", "SysPics"):
+            shutil.copytree(os.path.join(game, folder), os.path.join(self.root, folder))
+        os.symlink(font, os.path.join(self.root, "arial.ttf"))
+
+
+def picture(display):
+    """What the display shows, as bytes."""
+    command = ["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"]
+    env = dict(os.environ, DISPLAY=display.name)
+    return subprocess.run(command, env=env, stdout=subprocess.PIPE, check=True).stdout
+
+
+def changed(before, after):
+    """How many pixels differ between two pictures of equal size."""
+    pixels = zip(zip(*[iter(before)] * 3), zip(*[iter(after)] * 3))
+    return sum(one != other for one, other in pixels)
+
+
+def watch(setup, copy):
+    with Display() as display:
+        engine = Engine(setup.zel, copy, display.name)
+        display.wait_for_window(engine)
+        engine.wait_for(lambda: "Hour 1" in engine.out())  # the sky now stays as it is for a while
+        before = picture(display)
+        time.sleep(1)
+        moved = changed(before, picture(display))
+        return engine.stop(), moved
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("game")
+    parser.add_argument("--zel", required=True)
+    parser.add_argument("--font", required=True)
+    setup = parser.parse_args()
+    copy = GameCopy(setup.game, setup.font)
+    try:
+        result, moved = watch(setup, copy)
+    finally:
+        shutil.rmtree(copy.root)
+    print(f"{moved} pixels changed in a second")
+    if result.out != "\nHour 1" or result.err or result.status is not None:
+        sys.exit(f"not the first hour alone: {result}")
+    if not 1000 < moved < 150000:
+        sys.exit("the clouds and the sun should have moved, the hills and most of the sky not")
+
+
+if __name__ == "__main__":
+    main()
