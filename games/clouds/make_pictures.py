@@ -183,7 +183,8 @@ def main():
         folder.mkdir(parents=True, exist_ok=True)
     write_bmp(GAME / "SysPics/select.bmp", frame())
     for name, picture in (
-        ("morning", sky("upfy")), ("day", sky("uubw")), ("evening", sky("npro")), ("night", night()),
+        ("morning", sky("upfy")), ("day", sky("uubw")),
+        ("evening", sky("npro")), ("night", night()),
     ):
         write_bmp(pictures / f"{name}.bmp", enlarge(picture, 2))
     for name, picture in (

@@ -54,7 +54,8 @@ def run(example, setup, display=None):
 def faults_of(example, result):
     faults = []
     if comparable(result.out) != comparable(example.out):
-        faults.append(f"prints {comparable(result.out)!r}, the page says {comparable(example.out)!r}")
+        out, said = comparable(result.out), comparable(example.out)
+        faults.append(f"prints {out!r}, the page says {said!r}")
     if example.err.strip() not in result.err:
         faults.append(f"standard error {result.err!r} lacks {example.err!r}")
     if result.status != wanted_status(example):

@@ -69,7 +69,8 @@ def known_reports(errors_path):
     reports = [text.replace('\\"', '"') for text in re.findall(r'^\s*"(.+)",', table, re.MULTILINE)]
     if len(reports) < 18:
         sys.exit(f"only {len(reports)} error texts found in {errors_path}")
-    return reports + ["Error buffer long jump", "nable to load", "Cant load", "not found!", "ailed to"]
+    others = ["Error buffer long jump", "nable to load", "Cant load", "not found!", "ailed to"]
+    return reports + others
 
 
 def run(step, setup, display=None):
