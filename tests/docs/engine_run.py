@@ -140,6 +140,6 @@ class Display:
     def press(self, key):
         """A key held as long as a player's finger holds it, which is longer than a frame."""
         self.tool("keydown", key)
-        time.sleep(0.15)
+        time.sleep(0.25)
         self.tool("keyup", key)
         time.sleep(0.15)

@@ -63,18 +63,21 @@ def faults_of(example, result):
     return [f"line {example.line}, {example.heading}: {fault}" for fault in faults]
 
 
+def run_played(examples, setup):
+    """Those with input, one after the other, as they share a display."""
+    if not examples:
+        return []
+    with Display() as display:
+        return [run(example, setup, display) for example in examples]
+
+
 def run_all(examples, setup):
-    """Those with input one after the other, as they share a display; the others side by side."""
     played = [example for example in examples if "input" in example.marks]
     unseen = [example for example in examples if "input" not in example.marks]
     with ThreadPoolExecutor(AT_ONCE) as pool:
-        results = list(pool.map(lambda example: run(example, setup), unseen))
-    faults = [f for e, r in zip(unseen, results) for f in faults_of(e, r)]
-    if played:
-        with Display() as display:
-            for example in played:
-                faults += faults_of(example, run(example, setup, display))
-    return faults
+        unseen_results = pool.map(lambda example: run(example, setup), unseen)
+        results = run_played(played, setup) + list(unseen_results)
+    return [f for e, r in zip(played + unseen, results) for f in faults_of(e, r)]
 
 
 def entry_faults(name, page, examples):

@@ -97,15 +97,19 @@ def run_faults(step, result, reports):
     return faults
 
 
+def run_played(steps, setup):
+    """Those with input, one after the other, as they share a display."""
+    with Display() as display:
+        return [run(step, setup, display) for step in steps]
+
+
 def run_all(steps, setup):
+    played = [step for step in steps if step.actions]
     unseen = [step for step in steps if not step.actions]
     with ThreadPoolExecutor(AT_ONCE) as pool:
-        results = dict(zip(unseen, pool.map(lambda step: run(step, setup), unseen)))
-    with Display() as display:
-        for step in steps:
-            if step.actions:
-                results[step] = run(step, setup, display)
-    return results
+        unseen_results = pool.map(lambda step: run(step, setup), unseen)
+        results = run_played(played, setup) + list(unseen_results)
+    return dict(zip(played + unseen, results))
 
 
 def write_scripts(page_path, folder):
