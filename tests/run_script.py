@@ -199,10 +199,10 @@ def wait_for_text(process, path, text):
 
 def interrupt(process):
     """The first interrupt may end a hanging engine, the second one must."""
-    for _ in range(2):
+    for patience in (0.3, 10):  # two signals at once would be one
         process.send_signal(signal.SIGINT)
         try:
-            process.wait(0.3)
+            process.wait(patience)
             return []
         except subprocess.TimeoutExpired:
             continue
