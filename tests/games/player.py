@@ -1,0 +1,284 @@
+"""Plays a game as a person would: its window, mouse and keys on a display of its own.
+
+    def play(player):
+        player.expect("READY")              # waits until the game has printed this
+        player.press("space")
+        player.drag(20, 100, 200, 300)      # left button: a selection frame
+        player.click(320, 240, button=3)
+        assert player.picture().at(10, 10) == (255, 255, 255)
+
+    if __name__ == "__main__":
+        player.main("peons", play)          # run as: FILE ENGINE
+
+Positions are pixels of the game's window, names of keys are those of X ("space", "Left", "a"). The
+display, the window manager and the game live as long as the Player, and no longer.
+"""
+
+import os
+import re
+import signal
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+from pathlib import Path
+
+GAMES = Path(__file__).resolve().parents[2] / "games"
+WIDTH, HEIGHT = 640, 480
+
+# What the engine says when a script or a game folder has a mistake.
+COMPLAINTS = ("Error buffer long jump", "() not found!", "Cant load", "Can't load", "Unable to load")
+
+
+class Picture:
+    """What the window showed at one moment."""
+
+    def __init__(self, data):
+        self.data = data
+
+    def at(self, x, y):
+        """The colour at a pixel: (red, green, blue)."""
+        start = 3 * (y * WIDTH + x)
+        return tuple(self.data[start : start + 3])
+
+    def count(self, colour, x=0, y=0, width=WIDTH, height=HEIGHT):
+        """How many pixels of a rectangle have exactly this colour."""
+        wanted = bytes(colour)
+        rows = (self.part(x, row, width) for row in range(y, y + height))
+        return sum(row[i : i + 3] == wanted for row in rows for i in range(0, len(row), 3))
+
+    def area(self, x, y, width, height):
+        """The bytes of a rectangle, for telling whether it changed."""
+        return b"".join(self.part(x, row, width) for row in range(y, y + height))
+
+    def part(self, x, y, width):
+        """The bytes of a piece of one row."""
+        start = 3 * (y * WIDTH + x)
+        return self.data[start : start + 3 * width]
+
+
+class Player:
+    """A display with a window manager and one game on it. Use it with "with"."""
+
+    def __init__(self, engine, game, screen="800x600"):
+        self.command = [str(Path(engine).resolve())]
+        self.folder = GAMES / game
+        self.screen = screen
+        self.processes = []  # in the order of their starts
+        self.text = ""  # everything that the game has printed
+        self.heard = 0  # how much of it expect() has passed
+        self.news = threading.Condition()
+
+    def __enter__(self):
+        try:
+            self.open_display()
+            self.start([*"openbox --sm-disable".split()], stdout=subprocess.DEVNULL)
+            self.start_game()
+        except BaseException:
+            self.close()
+            raise
+        return self
+
+    def __exit__(self, kind, value, trace):
+        self.close()
+        if kind is None:
+            self.check_output()
+
+    # Start and end ----------------------------------------------------------------------------
+
+    def start(self, command, **options):
+        """Starts a process that ends with the player."""
+        options = {"stdin": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **options}
+        process = subprocess.Popen(command, **options)
+        self.processes.append(process)
+        return process
+
+    def open_display(self):
+        """Starts a display; it picks a free number and tells it once it can be connected to."""
+        command = ["Xvfb", "-displayfd", "1", "-screen", "0", f"{self.screen}x24"]
+        display = self.start([*command, "-nolisten", "tcp"], stdout=subprocess.PIPE)
+        number = display.stdout.readline().decode().strip()
+        if not number:
+            raise RuntimeError("the virtual display did not start")
+        self.environment = {**os.environ, "DISPLAY": f":{number}", "SDL_VIDEODRIVER": "x11"}
+        self.environment.update({"SDL_AUDIODRIVER": "dummy", "ZEL_TICKS": "main"})
+
+    def start_game(self):
+        """Starts the game, keeps its output and waits for its window to be where it stays."""
+        self.game = self.start(
+            self.command, cwd=self.folder, env=self.environment,
+            stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+        )
+        threading.Thread(target=self.listen, daemon=True).start()
+        find = ["search", "--sync", "--onlyvisible", "--pid", str(self.game.pid), "--name", "^Zel"]
+        self.window = self.xdotool(*find).split()[0]
+        self.xdotool("windowfocus", "--sync", self.window)
+        self.left, self.top = -1, -1
+        until(self.is_settled, 5, "the window to stand still")
+
+    def is_settled(self):
+        """Whether the window is where it was when asked last."""
+        before = (self.left, self.top)
+        self.find_corner()
+        return before == (self.left, self.top)
+
+    def find_corner(self):
+        """Notes where on the screen the window's pixel 0, 0 is, and returns its width and height."""
+        answer = self.xdotool("getwindowgeometry", "--shell", self.window)
+        values = {name: int(value) for name, value in re.findall(r"(\w+)=(-?\d+)", answer)}
+        self.left, self.top = values["X"], values["Y"]
+        return values["WIDTH"], values["HEIGHT"]
+
+    def close(self):
+        """Ends what was started, the last first."""
+        for process in reversed(self.processes):
+            if process.poll() is None:
+                process.terminate()
+            try:
+                process.wait(3)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+        self.processes.clear()
+
+    # Ears -------------------------------------------------------------------------------------
+
+    def listen(self):
+        """Reads what the game prints, as it comes."""
+        while data := os.read(self.game.stdout.fileno(), 4096):
+            with self.news:
+                self.text += data.decode(errors="replace")
+                self.news.notify_all()
+
+    def expect(self, text, seconds=10):
+        """Waits until the game prints this, somewhere after what was expected last."""
+        with self.news:
+            self.news.wait_for(lambda: text in self.text[self.heard :], seconds)
+            found = self.text.find(text, self.heard)
+            if found < 0:
+                raise AssertionError(f"no {text!r} in {seconds} s, only:\n{self.text[self.heard:]}")
+            self.heard = found + len(text)
+
+    def has_heard(self, text):
+        """Whether the game has printed this since what was expected last."""
+        with self.news:
+            return text in self.text[self.heard :]
+
+    def check_output(self):
+        """Fails if the engine complained about the script or its files at any time."""
+        for complaint in COMPLAINTS:
+            if complaint in self.text:
+                raise AssertionError(f"the engine complains:\n{self.text}")
+
+    # Hands ------------------------------------------------------------------------------------
+
+    def run(self, *command, **options):
+        """Runs a program on the display to its end."""
+        return subprocess.run(
+            command, env=self.environment, check=True, timeout=20, stdout=subprocess.PIPE, **options
+        ).stdout
+
+    def xdotool(self, *words):
+        """Runs xdotool; several of its commands may follow each other."""
+        return self.run("xdotool", *[str(word) for word in words]).decode()
+
+    def to(self, x, y):
+        """The xdotool command that moves the pointer."""
+        return ("mousemove", self.left + x, self.top + y)
+
+    def move(self, x, y):
+        """Moves the pointer."""
+        self.xdotool(*self.to(x, y))
+
+    def click(self, x, y, button=1):
+        """Presses and releases a button: 1 left, 3 right."""
+        self.xdotool(*self.to(x, y), "click", button)
+
+    def drag(self, x, y, to_x, to_y, button=1):
+        """Moves with a button held: a selection frame."""
+        self.hold_frame(x, y, to_x, to_y, button)
+        self.xdotool("mouseup", button)
+
+    def hold_frame(self, x, y, to_x, to_y, button=1):
+        """A drag whose button stays down."""
+        middle = self.to((x + to_x) // 2, (y + to_y) // 2)
+        self.xdotool(*self.to(x, y), "mousedown", button, *middle, *self.to(to_x, to_y))
+
+    def press(self, *keys):
+        """Presses and releases keys, one after the other."""
+        for key in keys:
+            self.xdotool("key", key)
+
+    def hold(self, key):
+        """Presses a key and keeps it down."""
+        self.xdotool("keydown", key)
+
+    def release(self, key):
+        """Lets a held key go."""
+        self.xdotool("keyup", key)
+
+    # Eyes -------------------------------------------------------------------------------------
+
+    def title(self):
+        """What stands in the window's title bar."""
+        return self.xdotool("getwindowname", self.window).strip()
+
+    def picture(self):
+        """What the window shows now."""
+        command = ["import", "-silent", "-window", "root", "-crop", self.crop(), "-depth", "8"]
+        data = self.run(*command, "rgb:-")
+        if len(data) != 3 * WIDTH * HEIGHT:
+            raise AssertionError(f"the window is not wholly on the screen: {len(data)} bytes")
+        return Picture(data)
+
+    def save(self, path):
+        """Saves what the window shows now, for instance as PNG."""
+        self.run("import", "-silent", "-window", "root", "-crop", self.crop(), "+repage", str(path))
+
+    def crop(self):
+        """The window's place on the screen as ImageMagick writes it."""
+        return f"{WIDTH}x{HEIGHT}+{self.left}+{self.top}"
+
+    def see(self, is_so, seconds=10, what="the picture"):
+        """Waits until a picture answers is_so(picture) with something true; returns the answer."""
+        return until(lambda: is_so(self.picture()), seconds, what)
+
+
+def until(ask, seconds, what):
+    """Asks again and again until the answer is true, and returns the answer."""
+    end = time.monotonic() + seconds
+    while True:
+        answer = ask()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {seconds} s for {what}")
+        time.sleep(0.03)
+
+
+def main(game, *plays):
+    """Plays a game several times from its start, each time by one of the given functions."""
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))  # so that "with" tidies up
+    if len(sys.argv) != 2:
+        sys.exit(f"usage: {sys.argv[0]} ENGINE")
+    for play in plays:
+        begin = time.monotonic()
+        with Player(sys.argv[1], game) as player:
+            try:
+                play(player)
+            except BaseException:
+                keep_evidence(player, play)
+                raise
+        print(f"{game}: {play.__name__}: {time.monotonic() - begin:.1f} s")
+
+
+def keep_evidence(player, play):
+    """Shows what a failing play heard, and saves what it saw."""
+    print(f"In {play.__name__} the game printed:\n{player.text}", file=sys.stderr)
+    path = Path(tempfile.gettempdir()) / f"{player.folder.name}-{play.__name__}.png"
+    try:
+        player.save(path)
+        print(f"The window at that moment: {path}", file=sys.stderr)
+    except (OSError, subprocess.SubprocessError) as error:
+        print(f"No picture of the window: {error}", file=sys.stderr)
