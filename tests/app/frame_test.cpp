@@ -7,7 +7,7 @@
 #include "texts/game_texts.h"
 
 class Frame : public EngineTest {
-   protected:
+protected:
     void SetUp() override {
         EngineTest::SetUp();
         writePicture("levels/level1/red.bmp", 50, 50, kRed);
@@ -36,8 +36,9 @@ TEST_F(Frame, ImageWithoutTextureDrawsNothingAndReportsNothing) {
 }
 
 TEST_F(Frame, LaterImageCoversAnEarlierOne) {
-    runStatements("loadimage(\"red.bmp\"); loadimage(\"green.bmp\"); moveimage(1, 25, 25);"
-                  "showimage(0, 1); showimage(1, 1);");
+    runStatements(
+        "loadimage(\"red.bmp\"); loadimage(\"green.bmp\"); moveimage(1, 25, 25);"
+        "showimage(0, 1); showimage(1, 1);");
     EXPECT_EQ(kRed, framePixel(10, 10));
     EXPECT_EQ(kGreen, framePixel(35, 35));
     runStatements("showimage(0, 0); showimage(0, 1);");

@@ -106,8 +106,9 @@ TEST_F(MainLoop, ReleaseReadsThePointerOfItsOwnEvent) {
 }
 
 TEST_F(MainLoop, KeysFrom300OnNeverFire) {
-    runLevel("int hit() { print(1); } int main() { addexectfunckey(0, 300, \"hit\");"
-             "addexectfunckey(0, 299, \"hit\"); }");
+    runLevel(
+        "int hit() { print(1); } int main() { addexectfunckey(0, 300, \"hit\");"
+        "addexectfunckey(0, 299, \"hit\"); }");
     for (int key = 300; key < SDL_NUM_SCANCODES; key++)
         hold(key);
     EXPECT_EQ("", keyEvent());
@@ -116,8 +117,9 @@ TEST_F(MainLoop, KeysFrom300OnNeverFire) {
 }
 
 TEST_F(MainLoop, KeyEventsFireAllHeldKeysEach) {
-    runLevel("int hit() { print(getcurrentkey()); } int main() {"
-             "addexectfunckey(0, 4, \"hit\"); addexectfunckey(0, 5, \"hit\"); }");
+    runLevel(
+        "int hit() { print(getcurrentkey()); } int main() {"
+        "addexectfunckey(0, 4, \"hit\"); addexectfunckey(0, 5, \"hit\"); }");
     hold(4);
     hold(5);
     pushEvent(SDL_KEYDOWN);
@@ -126,8 +128,9 @@ TEST_F(MainLoop, KeyEventsFireAllHeldKeysEach) {
 }
 
 TEST_F(MainLoop, EventsAreHandledInOrder) {
-    runLevel("int hit() { print(getmousex()); } int main() { addexectfunckey(0, 4, \"hit\");"
-             "createunit(0, 100, 100); }");
+    runLevel(
+        "int hit() { print(getmousex()); } int main() { addexectfunckey(0, 4, \"hit\");"
+        "createunit(0, 100, 100); }");
     hold(4);
     pushClick(SDL_BUTTON_LEFT, 105, 105);
     pushEvent(SDL_KEYDOWN);
@@ -164,8 +167,9 @@ static void pushFilled(Uint32 type) {
 }
 
 TEST_F(MainLoop, EventsWithoutDataLeaveZeros) {
-    for (const Uint32 type : {Uint32{SDL_QUIT}, Uint32{SDL_CLIPBOARDUPDATE}, Uint32{SDL_APP_LOWMEMORY},
-                              Uint32{SDL_KEYMAPCHANGED}, Uint32{SDL_RENDER_TARGETS_RESET}}) {
+    for (const Uint32 type :
+         {Uint32{SDL_QUIT}, Uint32{SDL_CLIPBOARDUPDATE}, Uint32{SDL_APP_LOWMEMORY},
+          Uint32{SDL_KEYMAPCHANGED}, Uint32{SDL_RENDER_TARGETS_RESET}}) {
         pushFilled(type);
         drain();
         EXPECT_EQ("00", runStatements("print(getmousex()); print(getmousey());")) << type;

@@ -131,8 +131,9 @@ TEST_F(StartUp, CloseWithoutAStartIsHarmless) {
 }
 
 TEST_F(Running, CloseQuitsTheLibrariesAndASecondOneDoesNothing) {
-    runStatements("createunit(0, 1, 1); loadimage(\"img/peon.bmp\");"
-                  "createtext(\"a\", 0, 0, 9, 9);");
+    runStatements(
+        "createunit(0, 1, 1); loadimage(\"img/peon.bmp\");"
+        "createtext(\"a\", 0, 0, 9, 9);");
     composeFrame();
     closeEngine();
     EXPECT_EQ(0u, SDL_WasInit(0));

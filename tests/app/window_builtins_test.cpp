@@ -60,9 +60,9 @@ TEST_F(WindowBuiltins, MouseInMainIsAtZero) {
 }
 
 TEST_F(WindowBuiltins, MissingParenthesesAreErrors) {
-    for (const char* call : {"changewindowname \"a\";", "changewindowname(\"a\";", "fullscreen;",
-                             "fullscreen(1;", "exitgame;", "exitgame(1);", "getmousex;",
-                             "getmousey(2);"}) {
+    for (const char* call :
+         {"changewindowname \"a\";", "changewindowname(\"a\";", "fullscreen;", "fullscreen(1;",
+          "exitgame;", "exitgame(1);", "getmousex;", "getmousey(2);"}) {
         EXPECT_EQ(0u, runStatements(call).find("\nWaiting '()' in line 0\n")) << call;
     }
     EXPECT_FALSE(gEngineClosed);
@@ -83,8 +83,9 @@ TEST_F(WindowBuiltins, SecondExitGameDoesNothing) {
 
 // Whatever a script does afterwards uses nothing that was released.
 TEST_F(WindowBuiltins, EveryBuiltInMayBeCalledAfterExitGame) {
-    runStatements("loadimage(\"img/peon.bmp\"); showimage(0, 1); createunit(0, 5, 5);"
-                  "createtext(\"a\", 0, 0, 9, 9);");
+    runStatements(
+        "loadimage(\"img/peon.bmp\"); showimage(0, 1); createunit(0, 5, 5);"
+        "createtext(\"a\", 0, 0, 9, 9);");
     drawFrame();
     const std::string output = runStatements(
         "exitgame(); changewindowname(\"b\"); fullscreen(1); fullscreen(0);"

@@ -4,7 +4,7 @@
 #include "support/engine_test.h"
 
 class ImageBuiltins : public EngineTest {
-   protected:
+protected:
     void SetUp() override {
         EngineTest::SetUp();
         writePicture("levels/level1/a.bmp", 40, 40, kRed);
@@ -106,9 +106,9 @@ static const char* const kBadIds[] = {"-1", "1", "2147483647", "-2147483647-1", 
 TEST_F(ImageBuiltins, UnknownIdentifiersAreIgnored) {
     runStatements(kOneShown);
     for (const std::string id : kBadIds) {
-        EXPECT_EQ("000", runStatements("print(showimage(" + id + ", 0));" + "print(moveimage(" +
-                                       id + ", 5, 5));" + "print(changesizeimage(" + id +
-                                       ", 5, 5));"))
+        EXPECT_EQ("000",
+                  runStatements("print(showimage(" + id + ", 0));" + "print(moveimage(" + id +
+                                ", 5, 5));" + "print(changesizeimage(" + id + ", 5, 5));"))
             << id;
     }
     EXPECT_EQ(1u, gImages.size());
@@ -119,8 +119,8 @@ TEST_F(ImageBuiltins, UnknownIdentifiersAreIgnored) {
 TEST_F(ImageBuiltins, GettersOfUnknownIdentifiersReturnZero) {
     runStatements(std::string(kOneShown) + "moveimage(0, 3, 4);");
     for (const std::string id : kBadIds) {
-        EXPECT_EQ("00", runStatements("print(getimagex(" + id + ")); print(getimagey(" + id +
-                                      "));"))
+        EXPECT_EQ("00",
+                  runStatements("print(getimagex(" + id + ")); print(getimagey(" + id + "));"))
             << id;
     }
 }
@@ -140,9 +140,9 @@ TEST_F(ImageBuiltins, AnyTokenSeparatesArguments) {
 
 TEST_F(ImageBuiltins, MissingParenthesesAreErrors) {
     runStatements(kOneShown);
-    for (const char* call : {"showimage 0, 1);", "moveimage(0, 1, 2;", "getimagex 0;",
-                             "getimagey(0;", "changesizeimage(0, 1, 2, 3);", "loadimage;",
-                             "loadimage(\"a.bmp\";"}) {
+    for (const char* call :
+         {"showimage 0, 1);", "moveimage(0, 1, 2;", "getimagex 0;", "getimagey(0;",
+          "changesizeimage(0, 1, 2, 3);", "loadimage;", "loadimage(\"a.bmp\";"}) {
         const std::string output = runStatements(call);
         EXPECT_EQ(0u, output.find("\nWaiting '()' in line 0\n")) << call << output;
         EXPECT_NE(std::string::npos, output.find("Error buffer long jump")) << call;

@@ -178,8 +178,7 @@ TEST_F(Images, PictureListHasNoLimit) {
 }
 
 TEST_F(Images, MissingPictureListIsReported) {
-    EXPECT_EQ("\nCan't load PicturesPath.txt",
-              outputOf([] { EXPECT_FALSE(loadPictureList()); }));
+    EXPECT_EQ("\nCan't load PicturesPath.txt", outputOf([] { EXPECT_FALSE(loadPictureList()); }));
 }
 
 TEST_F(Images, ListedTexturesAreLoadedHiddenInTheirSize) {
@@ -207,9 +206,9 @@ TEST_F(Images, ListedTexturesStopAtTheFirstThatFails) {
 // The script goes on behind a picture that cannot be loaded, and the frame is drawn.
 static void expectUnusable(const std::string& name) {
     const std::string path = "levels/level1/" + name;
-    const std::string output =
-        runStatements("a = loadimage(\"" + name + "\"); showimage(a, 1);"
-                      "changesizeimage(a, 640, 480); print(7);");
+    const std::string output = runStatements("a = loadimage(\"" + name +
+                                             "\"); showimage(a, 1);"
+                                             "changesizeimage(a, 640, 480); print(7);");
     EXPECT_EQ(0u, output.find("\n1Unable to load image " + path + "! SDL Error: ")) << output;
     EXPECT_NE(std::string::npos, output.find("\nCant load image: " + path + ".   ")) << output;
     EXPECT_EQ('7', output.back());
@@ -266,7 +265,7 @@ static void setWord(std::string& bytes, size_t place, uint32_t value) {
 TEST_F(Images, PictureOfAHugeDeclaredSizeIsRefused) {
     writePicture("whole.bmp", 16, 16, kRed);
     // Not 1 by 2147483647: SDL_image takes 8 GB and half a minute to find out.
-    const uint32_t sizes[][2] = {{0x7FFFFFFF, 0x7FFFFFFF}, {0x7FFFFFFF, 1}, {1, 1000000},   
+    const uint32_t sizes[][2] = {{0x7FFFFFFF, 0x7FFFFFFF}, {0x7FFFFFFF, 1}, {1, 1000000},
                                  {100000, 100000},         {20000, 2},      {0, 16},
                                  {16, 0x80000000},         {0xFFFFFFFF, 1}};
     for (const auto& size : sizes) {

@@ -7,7 +7,7 @@
 
 // Keys need no window: only the queue of events and the array of held keys.
 class Keys : public testing::Test {
-   protected:
+protected:
     void SetUp() override {
         ASSERT_EQ(0, SDL_Init(SDL_INIT_EVENTS));
         SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
@@ -325,10 +325,9 @@ TEST_F(Keys, BareWordsAreNamesInLowerCase) {
 }
 
 TEST_F(Keys, MissingParenthesesAreErrors) {
-    for (const char* call :
-         {"addexectfunckey 0, 4, \"one\");", "addexectfunckey(0, 4, \"one\";",
-          "changefunckey(4, \"one\", \"two\";", "deletefunckey(4, \"one\", 5);", "getcurrentkey;",
-          "getcurrentkey(3);"}) {
+    for (const char* call : {"addexectfunckey 0, 4, \"one\");", "addexectfunckey(0, 4, \"one\";",
+                             "changefunckey(4, \"one\", \"two\";", "deletefunckey(4, \"one\", 5);",
+                             "getcurrentkey;", "getcurrentkey(3);"}) {
         EXPECT_EQ(0u, run(call).find("\nWaiting '()' in line 4\n")) << call;
     }
     EXPECT_TRUE(gKeyBindings.empty()) << "the \")\" is read before anything is bound";

@@ -29,7 +29,7 @@ constexpr Uint32 kGrey = 0x646464;     // the first colour of texts
 
 // A working directory made for one test, with the font and the pictures that every level has.
 class FolderTest : public testing::Test {
-   protected:
+protected:
     FolderTest() {
         const std::filesystem::path font =
             std::filesystem::canonical(std::filesystem::current_path() / "arial.ttf");
@@ -47,14 +47,14 @@ class FolderTest : public testing::Test {
         std::filesystem::remove_all(folder_);
     }
 
-   private:
+private:
     std::filesystem::path folder_;
     std::filesystem::path outside_;
 };
 
 // The engine up in such a folder, and shut down afterwards.
 class EngineTest : public FolderTest {
-   protected:
+protected:
     void SetUp() override { startEngine(); }
     void TearDown() override { closeEngine(); }
 };

@@ -83,7 +83,8 @@ TEST_F(Texts, ChangedFontIsUsedByAllTexts) {
 
 TEST_F(Texts, MissingFontIsReportedAndTheOldOneStays) {
     TTF_Font* before = gFont;
-    EXPECT_EQ("Cant load none.ttf font!0", runStatements("print(changeallfont(\"none.ttf\", 20));"));
+    EXPECT_EQ("Cant load none.ttf font!0",
+              runStatements("print(changeallfont(\"none.ttf\", 20));"));
     EXPECT_EQ(before, gFont);
     runStatements(createBlock("100, 100, 60, 40"));
     EXPECT_EQ(kGrey, framePixel(130, 120));
@@ -115,8 +116,9 @@ TEST_F(Texts, FontSizesOfAllKindsNeverCrash) {
 }
 
 TEST_F(Texts, FontChangedAThousandTimesLeavesOneOpen) {
-    runStatements("createtext(\"Hello\", 0, 0, 100, 20);"
-                  "for (a = 0; a < 1000; a = a + 1) { changeallfont(\"arial.ttf\", 10 + a % 9); }");
+    runStatements(
+        "createtext(\"Hello\", 0, 0, 100, 20);"
+        "for (a = 0; a < 1000; a = a + 1) { changeallfont(\"arial.ttf\", 10 + a % 9); }");
     composeFrame();
     EXPECT_NE(nullptr, gGameTexts.at(0).surface);
 }
@@ -167,9 +169,11 @@ TEST_F(Texts, TextThatBecomesEmptyDisappears) {
 }
 
 TEST_F(Texts, InvalidUtf8NeverCrashes) {
-    for (const char* text : {"\xFF", "\xC3", "\xE2\x96", "\xF0\x9F\x98", "\x80\x80\x80",
-                             "\xED\xA0\x80", "\xC0\xAF", "a\xFF" "b", "\x01\x02\x7F",
-                             "\xF4\x90\x80\x80", "\xEF\xBF\xBF", "\xEF\xBB\xBF"}) {
+    for (const char* text :
+         {"\xFF", "\xC3", "\xE2\x96", "\xF0\x9F\x98", "\x80\x80\x80", "\xED\xA0\x80", "\xC0\xAF",
+          "a\xFF"
+          "b",
+          "\x01\x02\x7F", "\xF4\x90\x80\x80", "\xEF\xBF\xBF", "\xEF\xBB\xBF"}) {
         EXPECT_EQ("", runStatements("createtext(\"" + std::string(text) + "\", 0, 0, 60, 40);"));
         composeFrame();
     }
@@ -306,7 +310,8 @@ TEST_F(Texts, DeletingATextWhoseNumberIsItsKeyRemovesIt) {
 }
 
 TEST_F(Texts, DeletingATextOfAnotherNumberHidesItAndErasesTheOtherKey) {
-    runLevel(std::string(kTwoTimers) + createBlock("100, 100, 60, 40") + "movegametext(0, 5, 5); }");
+    runLevel(std::string(kTwoTimers) + createBlock("100, 100, 60, 40") +
+             "movegametext(0, 5, 5); }");
     composeFrame();
     runStatements("deletetext(2);");
     ASSERT_EQ(1u, gGameTexts.size());
@@ -328,10 +333,9 @@ TEST_F(Texts, NumbersAreNeverUsedAgain) {
 
 TEST_F(Texts, MissingParenthesesAreErrors) {
     for (const char* call :
-         {"createtext \"a\", 1, 2, 3, 4);", "deletetext 0;", "hidetext(0, 1;",
-          "getlastgametext;", "getlastgametext(1);", "movegametext(0, 1, 2, 3);",
-          "getgametextx(0;", "getgametexty;", "setgametextwh(0, 1, 2;", "changeallfont \"a\", 5);",
-          "changeallcolorfont(1, 2, 3;"}) {
+         {"createtext \"a\", 1, 2, 3, 4);", "deletetext 0;", "hidetext(0, 1;", "getlastgametext;",
+          "getlastgametext(1);", "movegametext(0, 1, 2, 3);", "getgametextx(0;", "getgametexty;",
+          "setgametextwh(0, 1, 2;", "changeallfont \"a\", 5);", "changeallcolorfont(1, 2, 3;"}) {
         EXPECT_EQ(0u, runStatements(call).find("\nWaiting '()' in line 0\n")) << call;
     }
 }

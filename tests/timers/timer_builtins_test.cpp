@@ -106,9 +106,10 @@ TEST(TimerBuiltins, LaterTimersReconfigureTheSameRecordUntilAnIdIsConsumed) {
 }
 
 TEST(TimerBuiltins, DeletingTheRunningTimerDoesNotDisturbTheWalk) {
-    runLevel("int quit() { deletetimer(getcurrenttimer()); print(8); }\n"
-             "int tick() { print(1); }\n"
-             "int main() { createtimer(0, 0, \"quit\"); createtimer(0, 0, \"tick\"); }");
+    runLevel(
+        "int quit() { deletetimer(getcurrenttimer()); print(8); }\n"
+        "int tick() { print(1); }\n"
+        "int main() { createtimer(0, 0, \"quit\"); createtimer(0, 0, \"tick\"); }");
     EXPECT_EQ("81", tick());
     EXPECT_EQ("1", tick());
 }

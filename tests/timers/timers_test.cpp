@@ -113,8 +113,9 @@ TEST(Timers, CounterIsTenAfterAFiring) {
 // Pause -----------------------------------------------------------------------------------------
 
 TEST(Timers, PausedTimerKeepsItsCounterAndGoesOnFromIt) {
-    run("createtimer(0, 25, \"tick\");", "int stop() { pausetimer(0, 1); }\n"
-                                         "int go() { pausetimer(0, 0); }\n");
+    run("createtimer(0, 25, \"tick\");",
+        "int stop() { pausetimer(0, 1); }\n"
+        "int go() { pausetimer(0, 0); }\n");
     tick(2);
     outputOfCall("stop");
     EXPECT_EQ("", tick(100));

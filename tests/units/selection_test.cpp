@@ -109,8 +109,9 @@ TEST_F(Selection, FrameWithoutWidthOrHeightPicks) {
 }
 
 TEST_F(Selection, FrameSelectsAllInsideInOrderOfIds) {
-    runStatements("createunit(0, 300, 300); createunit(0, 100, 100); createunit(0, 500, 20);"
-                  "createunit(0, 200, 200); createunit(0, 640, 100);");
+    runStatements(
+        "createunit(0, 300, 300); createunit(0, 100, 100); createunit(0, 500, 20);"
+        "createunit(0, 200, 200); createunit(0, 640, 100);");
     EXPECT_EQ("\nSelected=4", drag(0, 0, 640, 480));
     EXPECT_EQ((Ids{0, 1, 2, 3}), selectedIds());
     EXPECT_EQ("\nSelected=4", drag(0, 0, 640, 480));

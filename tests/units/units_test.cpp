@@ -135,9 +135,8 @@ TEST_F(Units, UnitsAreDrawnInAscendingOrderOfIds) {
 }
 
 TEST_F(Units, PlacesAtTheEndOfTheNumbersNeverCrash) {
-    EXPECT_EQ("2147483647-2147483648",
-              runStatements("createunit(0, 2147483647, -2147483647 - 1);"
-                            "print(getunitx(0)); print(getunity(0));"));
+    EXPECT_EQ("2147483647-2147483648", runStatements("createunit(0, 2147483647, -2147483647 - 1);"
+                                                     "print(getunitx(0)); print(getunity(0));"));
     composeFrame();
     pushClick(SDL_BUTTON_LEFT, 5, 5);
     pushDrag(0, 0, 640, 480);
@@ -159,7 +158,7 @@ TEST_F(Units, MissingParenthesesAreErrors) {
 // Movement --------------------------------------------------------------------------------------
 
 class UnitMovement : public testing::Test {
-   protected:
+protected:
     void SetUp() override { loadUnitTypes(); }
 };
 

@@ -1,0 +1,334 @@
+#include "app/ticks.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "app/main_thread.h"
+#include "images/images.h"
+#include "support/engine_test.h"
+#include "texts/fonts.h"
+#include "texts/game_texts.h"
+
+// Schedule of ZEL_TICKS=main; the time is passed in ---------------------------------------------
+
+// A level whose timer prints one digit at every tick.
+static void startCounting() {
+    loadUnitTypes();
+    runLevel("int tick() { print(1); } int main() { createtimer(0, 0, \"tick\"); }");
+    runTicksOnMainThread(1000);
+}
+
+static size_t ticksUpTo(uint64_t nowMs) {
+    testing::internal::CaptureStdout();
+    runDueTicks(nowMs);
+    return testing::internal::GetCapturedStdout().size();
+}
+
+TEST(Schedule, NothingIsDueAtTheStart) {
+    startCounting();
+    EXPECT_EQ(0u, ticksUpTo(1000));
+}
+
+TEST(Schedule, OneTimerTickForEachMillisecond) {
+    startCounting();
+    EXPECT_EQ(1u, ticksUpTo(1001));
+    EXPECT_EQ(0u, ticksUpTo(1001));
+    EXPECT_EQ(16u, ticksUpTo(1017));
+    EXPECT_EQ(17u, ticksUpTo(1034));
+}
+
+TEST(Schedule, UpTo250MillisecondsAreMadeUp) {
+    startCounting();
+    EXPECT_EQ(250u, ticksUpTo(1250));
+    EXPECT_EQ(249u, ticksUpTo(1499));
+}
+
+TEST(Schedule, LongerBacklogIsDropped) {
+    startCounting();
+    EXPECT_EQ(250u, ticksUpTo(1251));
+    EXPECT_EQ(0u, ticksUpTo(1251));
+    EXPECT_EQ(250u, ticksUpTo(100000));
+    EXPECT_EQ(1u, ticksUpTo(100001)) << "what was dropped does not come back";
+}
+
+TEST(Schedule, WithoutTheSettingNothingRuns) {
+    runLevel("int tick() { print(1); } int main() { createtimer(0, 0, \"tick\"); }");
+    EXPECT_EQ(0u, ticksUpTo(5000));
+}
+
+TEST(Schedule, UnitTickComesEveryTenMillisecondsBehindTheTimerTick) {
+    loadUnitTypes();
+    runLevel(
+        "int tick() { print(getunitx(0)); }"
+        "int main() { moveunit(0, 1, 1); createtimer(0, 0, \"tick\"); }");
+    orderUnitMove(gUnits.at(0), 500, 500);
+    runTicksOnMainThread(1000);
+    testing::internal::CaptureStdout();
+    runDueTicks(1012);
+    EXPECT_EQ("1111111111500500", testing::internal::GetCapturedStdout());
+}
+
+TEST(Schedule, UnitTicksKeepTheirPaceInSmallSteps) {
+    loadUnitTypes();
+    Unit& unit = findOrCreateUnit(0);
+    runTicksOnMainThread(1000);
+    int moves = 0;
+    for (uint64_t ms = 1001; ms <= 1200; ms++) {
+        unit.image.rect.x = -1;  // every unit tick puts the image back
+        runDueTicks(ms);
+        if (unit.image.rect.x == 0) moves++;
+    }
+    EXPECT_EQ(20, moves);
+}
+
+TEST(Schedule, SlowTimerFunctionDoesNotHoldUpTheLoop) {
+    // The time passes in the caller: however long the ticks take, one call runs 250 at most.
+    startCounting();
+    EXPECT_EQ(250u, ticksUpTo(1000 + 3600 * 1000));
+}
+
+// Real time, both settings ----------------------------------------------------------------------
+
+class RealTime : public EngineTest, public testing::WithParamInterface<const char*> {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        setenv("ZEL_TICKS", GetParam(), 1);
+    }
+    bool onMain() const { return std::string(GetParam()) == "main"; }
+};
+
+INSTANTIATE_TEST_SUITE_P(Ticks, RealTime, testing::Values("", "main"), [](const auto& setting) {
+    return std::string(setting.param).empty() ? "Default" : "Main";
+});
+
+// Passes of the main loop for `ms` milliseconds; returns what was printed.
+static std::string play(uint32_t ms) {
+    testing::internal::CaptureStdout();
+    const uint64_t end = SDL_GetTicks64() + ms;
+    while (SDL_GetTicks64() < end) {
+        drainEvents();
+        runDueTicks(SDL_GetTicks64());
+        drawFrame();
+        SDL_Delay(5);
+    }
+    return testing::internal::GetCapturedStdout();
+}
+
+// Measured rates depend on the machine's load: they are reported, and bounded only roughly.
+TEST_P(RealTime, TimersKeepAboutTheirPace) {
+    runLevel(
+        "int a, b, c;\n"
+        "int every() { a = a + 1; } int ten() { b = b + 1; } int hundred() { c = c + 1; }\n"
+        "int show() { print(a); print(\" \"); print(b); print(\" \"); print(c); }\n"
+        "int main() { createtimer(0, 0, \"every\"); createtimer(0, 100, \"ten\");"
+        "createtimer(0, 1000, \"hundred\"); }");
+    startTicks();
+    const uint64_t start = SDL_GetTicks64();
+    play(1000);
+    const double seconds = static_cast<double>(SDL_GetTicks64() - start) / 1000;
+    gTimers.at(0).paused = true;
+    int every = 0, ten = 0, hundred = 0;
+    const std::string counts = outputOfCall("show");
+    ASSERT_EQ(3, std::sscanf(counts.c_str(), "%d \n %d \n %d", &every, &ten, &hundred)) << counts;
+    std::printf("Firings a second: interval 0: %.0f, 100: %.1f, 1000: %.1f\n", every / seconds,
+                ten / seconds, hundred / seconds);
+    EXPECT_GT(every, 150 * seconds);
+    EXPECT_LE(every, 1010 * seconds);
+    EXPECT_NEAR(every / 10, ten, 3);
+    EXPECT_NEAR(every / 100, hundred, 2);
+}
+
+TEST_P(RealTime, ErrorsOfTimerFunctionsDoNotStopTheTicks) {
+    runLevel(
+        "int bad() { int x; nothing = 1; } int good() { print(7); }\n"
+        "int main() { createtimer(0, 0, \"bad\"); createtimer(0, 0, \"good\"); }");
+    startTicks();
+    const std::string output = play(300);
+    closeEngine();
+    EXPECT_EQ(0u, output.find("\nNone variable in line 0\n")) << output.substr(0, 200);
+    EXPECT_NE(std::string::npos, output.find("Error buffer long jump7\nNone variable"));
+    EXPECT_EQ(std::string::npos, output.find("Too many"));
+    EXPECT_EQ(0, gCallDepth);
+    EXPECT_EQ(0, gLocalTop);
+}
+
+TEST_P(RealTime, ThousandPicturesLoadedByATimerAreAllDrawn) {
+    writePicture("levels/level1/dot.bmp", 4, 4, kRed);
+    runLevel(
+        "int n;\n"
+        "int load() { int id, i; for (i = 0; i < 10; i = i + 1) { if (n < 1000) {\n"
+        "id = loadimage(\"dot.bmp\"); moveimage(id, (n % 40) * 16, n / 40 * 16);\n"
+        "showimage(id, 1); n = n + 1; } } }\n"
+        "int main() { createtimer(0, 0, \"load\"); }");
+    startTicks();
+    testing::internal::CaptureStdout();
+    const uint64_t end = SDL_GetTicks64() + 30000;
+    while (SDL_GetTicks64() < end && (gImages.size() < 1000 || !isVisible(gImages.back()))) {
+        // A loading timer thread gets one texture at each look into the queue, and frames are slow.
+        for (int i = 0; i < 2000; i++)
+            drainEvents();
+        runDueTicks(SDL_GetTicks64());
+        drawFrame();
+    }
+    EXPECT_EQ("", testing::internal::GetCapturedStdout());
+    ASSERT_EQ(1000u, gImages.size());
+    for (int i = 0; i < 1000; i++)
+        ASSERT_NE(nullptr, gImages[static_cast<size_t>(i)].texture) << i;
+    composeFrame();
+    std::vector<Uint32> pixels(640 * 480);
+    SDL_RenderReadPixels(gRenderer, nullptr, SDL_PIXELFORMAT_ARGB8888, pixels.data(), 640 * 4);
+    for (size_t i = 0; i < 1000; i++)
+        ASSERT_EQ(kRed, pixels[(i / 40 * 16 + 1) * 640 + i % 40 * 16 + 1] & 0xFFFFFF) << i;
+}
+
+TEST_P(RealTime, UnitsAreCreatedByATimer) {
+    runLevel(
+        "int make() { createunit(0, 100, 100); }"
+        "int main() { createtimer(1, 0, \"make\"); }");
+    startTicks();
+    for (int i = 0; i < 50 && gUnits.empty(); i++)
+        play(50);
+    play(50);
+    EXPECT_EQ(kBlue, framePixel(107, 107));
+}
+
+TEST_P(RealTime, TimerSetsTitleFullScreenAndFont) {
+    runLevel(
+        "int act() { changewindowname(\"by timer\"); fullscreen(4097);"
+        "changeallfont(\"arial.ttf\", 40); print(7); }"
+        "int main() { createtext(\"a\", 0, 0, 20, 20); createtimer(1, 0, \"act\"); }");
+    const int height = TTF_FontHeight(gFont);
+    startTicks();
+    std::string output;
+    for (int i = 0; i < 50 && output.empty(); i++)
+        output = play(50);
+    EXPECT_EQ("7", output);
+    play(50);
+    EXPECT_STREQ("Zel - by timer", SDL_GetWindowTitle(gWindow));
+    EXPECT_EQ(Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP},
+              SDL_GetWindowFlags(gWindow) & SDL_WINDOW_FULLSCREEN_DESKTOP);
+    EXPECT_GT(TTF_FontHeight(gFont), 2 * height);
+}
+
+TEST_P(RealTime, ExitGameByATimerClosesTheEngineAndTheLoopGoesOn) {
+    runLevel(
+        "int quit() { print(1); exitgame(); print(2); createtext(\"b\", 0, 0, 9, 9);"
+        "loadimage(\"img/peon.bmp\"); changewindowname(\"c\"); }"
+        "int main() { createtext(\"a\", 0, 0, 20, 20); createunit(0, 5, 5);"
+        "createtimer(1, 0, \"quit\"); createtimer(0, 0, \"quit\"); }");
+    startTicks();
+    std::string output;
+    for (int i = 0; i < 50 && !gEngineClosed; i++)
+        output += play(50);
+    EXPECT_TRUE(gEngineClosed);
+    EXPECT_EQ("12", output.substr(0, 2));
+    for (int i = 0; i < 3; i++)
+        drawFrame();
+}
+
+TEST(TickSetting, UnknownValueIsNamedOnStandardError) {
+    SDL_Init(SDL_INIT_TIMER);
+    setenv("ZEL_TICKS", "Main", 1);
+    testing::internal::CaptureStderr();
+    startTicks();
+    const std::string message = testing::internal::GetCapturedStderr();
+    EXPECT_NE(std::string::npos, message.find("ZEL_TICKS=Main")) << message;
+    SDL_Quit();
+}
+
+// Work handed to the main thread ----------------------------------------------------------------
+
+class HandOver : public EngineTest {
+protected:
+    // Calls a function of the level on another thread while this one drains events.
+    std::string callElsewhere(const char* name) {
+        testing::internal::CaptureStdout();
+        std::atomic<bool> done{false};
+        std::thread other([&] {
+            callScriptFunctionGuarded(name);
+            done = true;
+        });
+        while (!done)
+            drainEvents();
+        other.join();
+        drainEvents();
+        return testing::internal::GetCapturedStdout();
+    }
+};
+
+TEST_F(HandOver, LoadWaitsForItsTexture) {
+    writePicture("levels/level1/a.bmp", 31, 17, kRed);
+    runLevel(
+        "int f() { int i; i = loadimage(\"a.bmp\"); showimage(i, 1); print(i); } int main() {}");
+    EXPECT_EQ("0", callElsewhere("f"));
+    EXPECT_EQ(31, getW(gImages.at(0)));
+    EXPECT_EQ(kRed, framePixel(10, 10));
+}
+
+TEST_F(HandOver, FailedLoadIsReportedWithSdlsReason) {
+    runLevel("int f() { loadimage(\"none.bmp\"); } int main() { f(); }");
+    const std::string here = outputOfCall("f");
+    EXPECT_EQ(here, callElsewhere("f"));
+}
+
+TEST_F(HandOver, TitleAndFullScreenArriveInOrder) {
+    runLevel(
+        "int f() { int i; for (i = 0; i < 100; i = i + 1) { changewindowname(\"a\");"
+        "fullscreen(4097); fullscreen(0); changewindowname(\"b\"); } } int main() {}");
+    EXPECT_EQ("", callElsewhere("f"));
+    EXPECT_STREQ("Zel - b", SDL_GetWindowTitle(gWindow));
+    EXPECT_EQ(0u, SDL_GetWindowFlags(gWindow) & SDL_WINDOW_FULLSCREEN_DESKTOP);
+}
+
+TEST_F(HandOver, HandedOverEventsAreNoEventsToTheScript) {
+    pushMotion(11, 22);
+    drain();
+    runLevel("int f() { changewindowname(\"a\"); createunit(0, 1, 1); } int main() {}");
+    callElsewhere("f");
+    EXPECT_EQ("1122", runStatements("print(getmousex()); print(getmousey());"));
+}
+
+TEST_F(HandOver, UnitGetsItsTexture) {
+    runLevel("int f() { createunit(0, 100, 100); } int main() {}");
+    EXPECT_EQ("", callElsewhere("f"));
+    EXPECT_EQ(kBlue, framePixel(107, 107));
+}
+
+TEST_F(HandOver, LoadGivesUpWithANullTextureWhenTheEngineCloses) {
+    runLevel("int f() { print(loadimage(\"img/peon.bmp\")); } int main() {}");
+    testing::internal::CaptureStdout();
+    std::atomic<bool> done{false};
+    std::thread other([&] {
+        callScriptFunctionGuarded("f");
+        done = true;
+    });
+    SDL_Delay(50);  // by now it waits for a main loop that never comes
+    EXPECT_FALSE(done);
+    closeEngine();
+    other.join();
+    const std::string output = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(0u, output.find("\n1Unable to load image levels/level1/img/peon.bmp! SDL Error: "));
+    EXPECT_EQ('0', output.back());
+    EXPECT_EQ(nullptr, gImages.at(0).texture);
+}
+
+TEST_F(HandOver, TextErasedElsewhereIsReleasedHere) {
+    runLevel(
+        "int f() { deletetext(0); createtext(\"b\", 0, 0, 9, 9); deletetext(0); } int main() {"
+        "createtext(\"a\", 0, 0, 9, 9); }");
+    composeFrame();
+    EXPECT_EQ("", callElsewhere("f"));
+    composeFrame();
+}
+
+TEST_F(HandOver, FontReplacedElsewhereIsClosedHere) {
+    runLevel(
+        "int f() { int i; for (i = 0; i < 50; i = i + 1) { changeallfont(\"arial.ttf\", 30); } }"
+        "int main() { createtext(\"a\", 0, 0, 9, 9); }");
+    EXPECT_EQ("", callElsewhere("f"));
+    composeFrame();
+    EXPECT_NE(nullptr, gGameTexts.at(0).texture);
+}
