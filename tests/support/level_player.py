@@ -1,0 +1,121 @@
+"""Plays a level that a test brings as text, in a window of its own.
+
+    def held_key_fires_again(game):
+        game.hold("a")
+        game.expect("...")
+
+    if __name__ == "__main__":
+        level_player.main(SCRIPT, held_key_fires_again)     # run as: FILE ENGINE
+
+What the hands, eyes and ears of a player can do stands in tests/games/player.py. Here the keyboard
+does not repeat by itself, and the level has three pictures besides its script: red.bmp and
+green.bmp of 50 by 50 pixels, and a blue unit. The selection frame is magenta.
+"""
+
+import re
+import struct
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+TESTS = Path(__file__).resolve().parents[1]
+sys.path.insert(0, str(TESTS / "games"))
+import player  # noqa: E402
+
+FONT = "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf"
+WHITE, GREY = (255, 255, 255), (100, 100, 100)
+RED, GREEN, BLUE, MAGENTA = (255, 0, 0), (0, 255, 0), (0, 0, 255), (255, 0, 255)
+
+
+def picture(width, height, colour):
+    """The bytes of a BMP file of one colour."""
+    row = bytes(reversed(colour)) * width
+    row += bytes(-len(row) % 4)
+    head = struct.pack("<2sIHHI", b"BM", 54 + len(row) * height, 0, 0, 54)
+    info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, 0, 0, 0, 0, 0)
+    return head + info + row * height
+
+
+def write_level(folder, script):
+    """Fills a working directory of the engine; line ends become those of level scripts."""
+    folder = Path(folder)
+    level = folder / "levels" / "level1"
+    (level / "img").mkdir(parents=True)
+    (folder / "SysPics").mkdir()
+    (folder / "arial.ttf").symlink_to(FONT)
+    (folder / "SysPics" / "select.bmp").write_bytes(picture(8, 8, MAGENTA))
+    (level / "img" / "peon.bmp").write_bytes(picture(20, 30, BLUE))
+    (level / "red.bmp").write_bytes(picture(50, 50, RED))
+    (level / "green.bmp").write_bytes(picture(50, 50, GREEN))
+    (level / "script.txt").write_bytes(script.replace("\n", "\r\n").encode())
+    return folder
+
+
+class LevelPlayer(player.Player):
+    """A player of one script, in a folder that lives as long as the player."""
+
+    def __init__(self, engine, script, ticks="main", screen="800x600"):
+        self.scratch = tempfile.TemporaryDirectory()
+        super().__init__(engine, write_level(self.scratch.name, script), screen)
+        self.ticks = ticks
+
+    def open_display(self):
+        """As for games, but a held key does not repeat: every event is one that the test made."""
+        super().open_display()
+        self.environment["ZEL_TICKS"] = self.ticks
+
+    def find_corner(self):
+        """The client area itself: xdotool is off by the window manager's frame."""
+        answer = self.run("xwininfo", "-id", self.window).decode()
+        keys = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        self.left, self.top, width, height = (
+            int(re.search(rf"{key}: +(-?\d+)", answer).group(1)) for key in keys
+        )
+        return width, height
+
+    def close(self):
+        super().close()
+        self.scratch.cleanup()
+
+    def check_output(self):
+        """The tests compare the output themselves."""
+
+    def press(self, *keys):
+        """Presses and releases keys. The engine looks which keys are down when it handles an event,
+        so a key must stay down for longer than a frame takes."""
+        for key in keys:
+            self.xdotool("keydown", key, "sleep", "0.1", "keyup", key)
+
+    def colour_becomes(self, x, y, colour):
+        """Waits until the window shows this colour at a pixel."""
+        self.see(lambda seen: seen.at(x, y) == colour, what=f"{colour} at {x}, {y}")
+
+    def says(self, text):
+        """Waits for this as the very next output; anything else before it is a failure."""
+        player.until(lambda: len(self.text) >= self.heard + len(text), 10, f"{text!r}")
+        heard = self.text[self.heard : self.heard + len(text)]
+        assert heard == text, f"heard {heard!r} in place of {text!r}"
+        self.heard += len(text)
+
+    def is_silent(self):
+        """Checks that nothing is printed that was not heard, for some passes of the loop."""
+        time.sleep(0.15)
+        assert self.text[self.heard :] == "", f"unexpected: {self.text[self.heard:]!r}"
+
+    def ends_with(self, status):
+        """Waits for the end of the process."""
+        assert self.game.wait(10) == status, f"status {self.game.returncode}"
+
+
+def main(script, *plays, **options):
+    """Plays the level afresh for each of the functions."""
+    for play in plays:
+        begin = time.monotonic()
+        with LevelPlayer(sys.argv[1], script, **options) as game:
+            try:
+                play(game)
+            except BaseException:
+                player.keep_evidence(game, play)
+                raise
+        print(f"{play.__name__}: {time.monotonic() - begin:.1f} s", flush=True)
