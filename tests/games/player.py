@@ -206,9 +206,10 @@ class Player:
         self.xdotool(*self.to(x, y), "mousedown", button, *middle, *self.to(to_x, to_y))
 
     def press(self, *keys):
-        """Presses and releases keys, one after the other."""
+        """Presses and releases keys, one after the other, each for as long as a quick finger does:
+        the engine fires what is held when it reads the event, so a key must outlast a frame."""
         for key in keys:
-            self.xdotool("key", key)
+            self.xdotool("keydown", key, "sleep", "0.1", "keyup", key)
 
     def hold(self, key):
         """Presses a key and keeps it down."""
