@@ -125,10 +125,11 @@ class Player:
 
     def find_corner(self):
         """Notes where on the screen the window's pixel 0, 0 is, and returns its width and height."""
-        answer = self.xdotool("getwindowgeometry", "--shell", self.window)
-        values = {name: int(value) for name, value in re.findall(r"(\w+)=(-?\d+)", answer)}
-        self.left, self.top = values["X"], values["Y"]
-        return values["WIDTH"], values["HEIGHT"]
+        answer = self.run("xwininfo", "-id", self.window).decode()
+        values = dict(re.findall(r"^ *([\w -]+): +(-?\d+)$", answer, re.MULTILINE))
+        self.left = int(values["Absolute upper-left X"])
+        self.top = int(values["Absolute upper-left Y"])
+        return int(values["Width"]), int(values["Height"])
 
     def close(self):
         """Ends what was started, the last first."""
