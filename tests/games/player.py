@@ -73,7 +73,7 @@ class Player:
     def __enter__(self):
         try:
             self.open_display()
-            self.start([*"openbox --sm-disable".split()], stdout=subprocess.DEVNULL)
+            self.open_desktop()
             self.start_game()
         except BaseException:
             self.close()
@@ -103,6 +103,12 @@ class Player:
             raise RuntimeError("the virtual display did not start")
         self.environment = {**os.environ, "DISPLAY": f":{number}", "SDL_VIDEODRIVER": "x11"}
         self.environment.update({"SDL_AUDIODRIVER": "dummy", "ZEL_TICKS": "main"})
+
+    def open_desktop(self):
+        """Starts the window manager and waits until it manages."""
+        self.start(["openbox", "--sm-disable"], env=self.environment, stdout=subprocess.DEVNULL)
+        check = ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]
+        until(lambda: b"window id" in self.run(*check), 10, "the window manager")
 
     def start_game(self):
         """Starts the game, keeps its output and waits for its window to be where it stays."""
