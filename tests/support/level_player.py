@@ -12,7 +12,6 @@ does not repeat by itself, and the level has three pictures besides its script: 
 green.bmp of 50 by 50 pixels, and a blue unit. The selection frame is magenta.
 """
 
-import re
 import struct
 import sys
 import tempfile
@@ -65,27 +64,12 @@ class LevelPlayer(player.Player):
         super().open_display()
         self.environment["ZEL_TICKS"] = self.ticks
 
-    def find_corner(self):
-        """The client area itself: xdotool is off by the window manager's frame."""
-        answer = self.run("xwininfo", "-id", self.window).decode()
-        keys = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
-        self.left, self.top, width, height = (
-            int(re.search(rf"{key}: +(-?\d+)", answer).group(1)) for key in keys
-        )
-        return width, height
-
     def close(self):
         super().close()
         self.scratch.cleanup()
 
     def check_output(self):
         """The tests compare the output themselves."""
-
-    def press(self, *keys):
-        """Presses and releases keys. The engine looks which keys are down when it handles an event,
-        so a key must stay down for longer than a frame takes."""
-        for key in keys:
-            self.xdotool("keydown", key, "sleep", "0.1", "keyup", key)
 
     def colour_becomes(self, x, y, colour):
         """Waits until the window shows this colour at a pixel."""
