@@ -117,11 +117,32 @@ class Player:
             stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
         )
         threading.Thread(target=self.listen, daemon=True).start()
-        find = ["search", "--sync", "--onlyvisible", "--pid", str(self.game.pid), "--name", "^Zel"]
-        self.window = self.xdotool(*find).split()[0]
-        self.xdotool("windowfocus", "--sync", self.window)
+        self.window = until(self.find_window, 20, "the window")
+        until(self.has_focus, 10, "the window to have the keys")
         self.left, self.top = -1, -1
         until(self.is_settled, 5, "the window to stand still")
+
+    def find_window(self):
+        """The game's window, or nothing while there is none. Searching can trip over a window that
+        is just going away, which is no reason to give up."""
+        find = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.game.pid)]
+        if self.game.poll() is not None:
+            raise AssertionError(f"the game ended with status {self.game.returncode}:\n{self.text}")
+        found = subprocess.run(
+            [*find, "--name", "^Zel"], env=self.environment, timeout=20,
+            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+        ).stdout.split()
+        return found[0].decode() if found else None
+
+    def has_focus(self):
+        """Whether keys go to the window; asks for it if not."""
+        focus = subprocess.run(
+            ["xdotool", "getwindowfocus"], env=self.environment, timeout=20,
+            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+        ).stdout.decode().strip()
+        if focus != self.window:
+            self.xdotool("windowfocus", self.window)
+        return focus == self.window
 
     def is_settled(self):
         """Whether the window is where it was when asked last."""
