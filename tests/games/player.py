@@ -61,6 +61,9 @@ class Picture:
 class Player:
     """A display with a window manager and one game on it. Use it with "with"."""
 
+    # Without -noreset the display throws out all that is starting when its only client leaves.
+    DISPLAY_OPTIONS = ["-nolisten", "tcp", "-noreset"]
+
     def __init__(self, engine, game, screen="800x600"):
         self.command = [str(Path(engine).resolve())]
         self.folder = GAMES / game
@@ -97,7 +100,7 @@ class Player:
     def open_display(self):
         """Starts a display; it picks a free number and tells it once it can be connected to."""
         command = ["Xvfb", "-displayfd", "1", "-screen", "0", f"{self.screen}x24"]
-        display = self.start([*command, "-nolisten", "tcp"], stdout=subprocess.PIPE)
+        display = self.start([*command, *self.DISPLAY_OPTIONS], stdout=subprocess.PIPE)
         number = display.stdout.readline().decode().strip()
         if not number:
             raise RuntimeError("the virtual display did not start")
