@@ -108,10 +108,13 @@ class Player:
         self.environment.update({"SDL_AUDIODRIVER": "dummy", "ZEL_TICKS": "main"})
 
     def open_desktop(self):
-        """Starts the window manager and waits until it manages."""
-        self.start(["openbox", "--sm-disable"], env=self.environment, stdout=subprocess.DEVNULL)
-        check = ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]
-        until(lambda: b"window id" in self.run(*check), 10, "the window manager")
+        """Starts the window manager and waits until it manages. It announces itself earlier than
+        that, and a window shown in between is lost: only its start command tells."""
+        mark = "xprop -root -f PLAYER_DESKTOP 8s -set PLAYER_DESKTOP ready"
+        command = ["openbox", "--sm-disable", "--startup", mark]
+        self.start(command, env=self.environment, stdout=subprocess.DEVNULL)
+        check = ["xprop", "-root", "PLAYER_DESKTOP"]
+        until(lambda: b"ready" in self.run(*check), 10, "the window manager")
 
     def start_game(self):
         """Starts the game, keeps its output and waits for its window to be where it stays."""
