@@ -36,6 +36,15 @@ static void endProcessOnSecondSignal() {
     }
 }
 
+// Behind SDL_Quit nobody reads quit events any more: the first signal ends the process.
+static void endProcessOnFirstSignal() {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        struct sigaction action;
+        if (sigaction(signal, nullptr, &action) != 0) continue;
+        if (action.sa_handler == askToQuitOnce) std::signal(signal, SIG_DFL);
+    }
+}
+
 static bool initSdl() {
     constexpr Uint32 kSubsystems = SDL_INIT_TIMER | SDL_INIT_AUDIO | SDL_INIT_VIDEO |
                                    SDL_INIT_JOYSTICK | SDL_INIT_HAPTIC | SDL_INIT_GAMECONTROLLER |
@@ -105,4 +114,5 @@ void closeEngine() {
     TTF_Quit();
     IMG_Quit();
     SDL_Quit();
+    endProcessOnFirstSignal();
 }
