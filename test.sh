@@ -7,10 +7,12 @@ source tools/packages.sh
 
 # The stages in order: name, a colon, what runs. The first that fails ends the run.
 kStages=(
-    "release build: build release"
+    "release build: build release -DZEL_TESTS=ON"
     "release tests: runTests release"
     "asan build: build asan"
     "asan tests: runTests asan"
+    "fuzz build: build fuzz"
+    "fuzz tests: runTests fuzz"
 )
 
 gSummary=()  # one line a finished stage
@@ -29,8 +31,10 @@ HELP
 
 # Stage commands -----------------------------------------------------------------------------------
 
+# build PRESET [OPTION...]: the options are for CMake. The release preset needs to be told to build
+# the tests, as run.sh may have set it up without them.
 build() {
-    cmake --preset "$1" -DZEL_TESTS=ON -DZEL_WERROR=ON && cmake --build "$(buildFolder "$1")"
+    cmake --preset "$1" -DZEL_WERROR=ON "${@:2}" && cmake --build "$(buildFolder "$1")"
 }
 
 # A preset without tests is a mistake, not a success.
