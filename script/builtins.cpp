@@ -3,6 +3,7 @@
 #include "app/window_builtins.h"
 #include "images/image_builtins.h"
 #include "keys/key_builtins.h"
+#include "script/builtin_list.h"
 #include "script/console_builtins.h"
 #include "texts/text_builtins.h"
 #include "timers/timer_builtins.h"
@@ -10,46 +11,9 @@
 
 // The one place where script/ knows the other folders: their handlers.
 const BuiltinFunction gBuiltins[] = {
-    {"getche", builtinGetche},
-    {"putch", builtinPutch},
-    {"puts", builtinPuts},
-    {"print", builtinPrint},
-    {"getnum", builtinGetnum},
-    {"showimage", builtinShowImage},
-    {"moveimage", builtinMoveImage},
-    {"getimagex", builtinGetImageX},
-    {"getimagey", builtinGetImageY},
-    {"changesizeimage", builtinChangeSizeImage},
-    {"loadimage", builtinLoadImage},
-    {"createtimer", builtinCreateTimer},
-    {"addexectfunckey", builtinAddExectFuncKey},
-    {"changewindowname", builtinChangeWindowName},
-    {"fullscreen", builtinFullscreen},
-    {"pausetimer", builtinPauseTimer},
-    {"deletetimer", builtinDeleteTimer},
-    {"getlasttimer", builtinGetLastTimer},
-    {"getcurrenttimer", builtinGetCurrentTimer},
-    {"getcurrentkey", builtinGetCurrentKey},
-    {"changefunckey", builtinChangeFuncKey},
-    {"deletefunckey", builtinDeleteFuncKey},
-    {"exitgame", builtinExitGame},
-    {"getmousex", builtinGetMouseX},
-    {"getmousey", builtinGetMouseY},
-    {"changeallfont", builtinChangeAllFont},
-    {"changeallcolorfont", builtinChangeAllColorFont},
-    {"createtext", builtinCreateText},
-    {"deletetext", builtinDeleteText},
-    {"hidetext", builtinHideText},
-    {"getlastgametext", builtinGetLastGameText},
-    {"movegametext", builtinMoveGameText},
-    {"getgametextx", builtinGetGameTextX},
-    {"getgametexty", builtinGetGameTextY},
-    {"setgametextwh", builtinSetGameTextWh},
-    {"createunit", builtinCreateUnit},
-    {"moveunit", builtinMoveUnit},
-    {"getunitx", builtinGetUnitX},
-    {"getunity", builtinGetUnitY},
-    {"getlastcreatedunit", builtinGetLastCreatedUnit},
+#define ZEL_ROW(name, handler, ...) {#name, handler},
+    ZEL_BUILTINS(ZEL_ROW)
+#undef ZEL_ROW
     {"", nullptr},
 };
 

@@ -5,17 +5,6 @@
 
 #include "script/text.h"
 
-const KeywordName gKeywords[] = {
-    {"if", KeywordCode::If},   {"else", KeywordCode::Else},     {"for", KeywordCode::For},
-    {"do", KeywordCode::Do},   {"while", KeywordCode::While},   {"char", KeywordCode::Char},
-    {"int", KeywordCode::Int}, {"return", KeywordCode::Return}, {"end", KeywordCode::End},
-    {"", KeywordCode::End},
-};
-
-// Searches in these sets are searches in zero-terminated texts: a zero byte is found in each.
-static const char kEndOfWord[] = " !;,+-<>'/*%^=()\t\r";
-static const char kDelimiters[] = "+-*^/%=;(),'";
-
 KeywordCode lookUpKeyword(char* text) {
     for (char* c = text; *c != '\0'; c++) {
         *c = static_cast<char>(std::tolower(static_cast<unsigned char>(*c)));

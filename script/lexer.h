@@ -50,7 +50,17 @@ struct KeywordName {
 };
 
 // The keywords, ended by an entry with an empty name.
-extern const KeywordName gKeywords[];
+inline constexpr KeywordName gKeywords[] = {
+    {"if", KeywordCode::If},   {"else", KeywordCode::Else},     {"for", KeywordCode::For},
+    {"do", KeywordCode::Do},   {"while", KeywordCode::While},   {"char", KeywordCode::Char},
+    {"int", KeywordCode::Int}, {"return", KeywordCode::Return}, {"end", KeywordCode::End},
+    {"", KeywordCode::End},
+};
+
+// The characters that end a number or a word, and those that are a token of their own. Searches in
+// these sets are searches in zero-terminated texts: a zero byte is found in each.
+inline constexpr char kEndOfWord[] = " !;,+-<>'/*%^=()\t\r";
+inline constexpr char kDelimiters[] = "+-*^/%=;(),'";
 
 constexpr size_t kTokenCapacity = 80;  // bytes of a token's text, the terminating zero included
 
