@@ -1,0 +1,36 @@
+// What was found in one script.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "check/ids.h"
+
+struct Finding {
+    CheckId id = CheckId::Syntax;
+    Severity severity = Severity::Warning;
+    size_t position = 0;  // in Source::text
+    std::string text;
+};
+
+class Findings {
+public:
+    // Adds a finding, unless there is one of the same id on the same place.
+    void add(CheckId id, size_t position, std::string text, Severity severity = Severity::Warning);
+
+    // The engine certainly fails within a statement, from its start up to the position at which it
+    // gives up: the finding there that explains it becomes an error. Without one, `text` is added.
+    void confirm(CheckId id, size_t statement, size_t position, const std::string& text);
+
+    // True if something that may stop the engine, or lead it astray, was found from..to.
+    bool anyTrap(size_t from, size_t to) const;
+
+    bool anyAt(size_t position) const;
+
+    // In the order of the text. Places that only may be reached say so.
+    std::vector<Finding> sorted() const;
+
+private:
+    std::vector<Finding> findings_;
+};

@@ -1,0 +1,12 @@
+// Words that look alike: "did you mean".
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// How many single changes make one word of the other; two neighbours swapped count as one.
+size_t editDistance(std::string_view a, std::string_view b);
+
+// ", did you mean "x"?" with the candidate most like the word, or nothing if none is.
+std::string didYouMean(std::string_view word, const std::vector<std::string_view>& candidates);

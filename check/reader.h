@@ -1,0 +1,113 @@
+// How the engine reads an expression, token by token (script/evaluator.cpp): with values as far as
+// they are known, and with an explanation where the engine would raise an error.
+//
+// Two readers are made from it: the survey looks at every place once (check/survey.h), the trial
+// follows the engine's road (check/trial.h). They differ in what a name means and what a call does.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "check/builtins.h"
+#include "check/program.h"
+#include "check/value.h"
+
+// Thrown where the engine would raise an error. A problem without a text has been reported before,
+// by the look at the tokens.
+struct Problem {
+    CheckId id;
+    size_t position;
+    std::string text;
+};
+
+// Thrown when more tokens were read than the reader may read.
+struct OutOfBudget {};
+
+struct BuiltinCall {
+    const BuiltinSignature& builtin;
+    Token name;
+    std::vector<Value> values;  // of each argument; unknown for a text
+    std::vector<Token> tokens;  // of each argument; empty for a value
+};
+
+class Reader {
+public:
+    explicit Reader(const Program& program) : program_(program), scanner_(program.scanner) {}
+    virtual ~Reader() = default;
+
+protected:
+    // Meanings ------
+
+    virtual bool isVariable(const Token& name) = 0;
+    virtual Value valueOf(const Token& name) = 0;
+    virtual void assign(const Token& name, Value value) = 0;
+    virtual Value callUser(const CheckedFunction& function, const Token& name,
+                           const std::vector<Value>& arguments) = 0;
+    virtual Value callBuiltin(const BuiltinCall&) { return {}; }
+
+    // Called for what the engine takes without an error, but hardly as it is meant.
+    virtual void noteGap(const Token&) {}
+    virtual void noteOpenCall(const Token&) {}
+    virtual void noteSeparator(const BuiltinSignature&) {}
+    virtual void noteArgument(const BuiltinSignature&, char) {}
+
+    // Tokens ------
+
+    void read();
+    void putBack();
+    void enter();
+    void leave() { depth_--; }
+
+    // Expressions ------
+
+    // Reads one expression; the token that ends it is put back.
+    Value expression();
+
+    // Reads a call of the function that the current token names.
+    Value readUserCall(const CheckedFunction& function);
+
+    // Requires the current token to be ";", also behind the names of a declaration.
+    void requireSemicolon();
+    void requireDeclarationEnd();
+
+    // Words for what stands at the current token.
+    std::string shownToken() const;
+
+    [[noreturn]] void fail(CheckId id, size_t position, std::string text) const;
+
+    // The current token stands where `expected` should: finds the reason.
+    [[noreturn]] void failUnexpected(char expected) const;
+
+    const Program& program_;
+    const Scanner& scanner_;
+    size_t position_ = 0;
+    Token token_;
+    Token previous_;  // the token before token_, not counting empty ones
+    int32_t depth_ = 0;
+    int64_t budget_ = 0;  // tokens that may still be read; long gaps between them count too
+
+private:
+    Value readAssignment();
+    Value readRelation();
+    Value readSum();
+    Value readProduct();
+    Value readUnary();
+    Value readParen();
+    Value readAtom();
+    Value readName();
+    Value readCharacter();
+    Value readBuiltinCall(const BuiltinSignature& builtin);
+    Value readPutch(const BuiltinSignature& builtin);
+    void readOutput(BuiltinCall& call);
+    void readArguments(BuiltinCall& call);
+    void readArgument(BuiltinCall& call, char kind);
+
+    [[noreturn]] void failAtom() const;
+    [[noreturn]] void failSign() const;
+    [[noreturn]] void failGap(const Token& gap) const;
+    [[noreturn]] void failArguments(const BuiltinSignature& builtin) const;
+
+    Token gap_;  // the last empty token that was taken for an operator
+};

@@ -1,0 +1,78 @@
+// The tokens of a script, exactly as the engine's lexer reads them (script/lexer.h), but as a
+// function of the position and over text of any kind: nothing here waits, jumps or ends.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "script/lexer.h"
+
+// Why a token cannot be read; the engine raises an error for each.
+enum class TokenFault { None, OpenString, OpenComment, TooLong };
+
+struct Token {
+    TokenKind kind = TokenKind::Delimiter;
+    KeywordCode keyword = KeywordCode::None;
+    TokenFault fault = TokenFault::None;
+    std::string_view text;      // as the engine has it in gToken: words lowered, operators as codes
+    size_t from = 0;            // the position that the token was asked for at
+    size_t start = 0;           // its first byte, behind blanks and comments
+    size_t next = 0;            // the position behind it
+    bool afterComment = false;  // a comment was skipped before it
+    bool afterLineEnd = false;  // a line end was skipped before it
+
+    bool is(char c) const {
+        return kind != TokenKind::String && text.size() == 1 && text[0] == c;
+    }
+    bool isFinished() const { return keyword == KeywordCode::Finished; }
+    bool isEmpty() const { return text.empty(); }
+    bool isIdentifier() const { return kind == TokenKind::Identifier; }
+    // An empty token that is neither the end of the text nor an empty string.
+    bool isNothing() const {
+        return text.empty() && kind == TokenKind::Delimiter && !isFinished();
+    }
+    bool isRelation() const {
+        return kind == TokenKind::Delimiter && !text.empty() && text[0] > 0 && text[0] <= kNotEqual;
+    }
+};
+
+class Scanner {
+public:
+    // Keeps a reference to the text.
+    explicit Scanner(const std::string& text);
+
+    Token read(size_t position) const;
+
+    // The first token from the position on that is not empty, or the end of the text. Characters
+    // that start nothing are passed over.
+    Token readReal(size_t position) const;
+
+    // The byte there; zero at and behind the end.
+    char byteAt(size_t position) const {
+        return position < text_.size() ? text_[position] : '\0';
+    }
+    size_t size() const { return text_.size(); }
+    std::string_view source(const Token& token) const {
+        return std::string_view(text_).substr(token.start, token.next - token.start);
+    }
+    std::string_view source(size_t from, size_t to) const {
+        return std::string_view(text_).substr(from, to - from);
+    }
+    // Behind the first ")" from the position on, or the end of the text.
+    size_t behindCloseParen(size_t position) const;
+
+private:
+    size_t skipBlanks(size_t position) const;
+    size_t skipComment(size_t position, Token& token) const;
+    void readPlain(Token& token) const;
+    bool readRelation(Token& token) const;
+    void readString(Token& token) const;
+    void readWord(Token& token, TokenKind kind) const;
+
+    const std::string& text_;
+    std::string lowered_;
+};
+
+// The text in lower case, as the engine lowers names.
+std::string lowerCase(std::string_view text);

@@ -1,0 +1,15 @@
+// Findings about single tokens: characters that start nothing, words that have swallowed what
+// stands behind them, comments behind comments.
+#pragma once
+
+#include "check/findings.h"
+#include "check/scanner.h"
+
+// What the engine makes of a character that starts nothing: it never gets past it.
+void reportStuck(const Scanner& scanner, size_t position, Findings& findings);
+
+// A string or comment that is not closed, a token that is too long: the load fails.
+void reportFault(const Token& token, Findings& findings);
+
+// Oddities that do not stop the load.
+void inspectToken(const Scanner& scanner, const Token& token, Findings& findings);
