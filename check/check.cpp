@@ -44,33 +44,36 @@ static void checkLineEnds(const Source& source, Findings& findings) {
     }
 }
 
-static bool isStuckAtLineFeed(const Source& source, const Findings& findings) {
-    for (const Finding& finding : findings.sorted()) {
+// The bare line feed that the load never gets past, or null.
+static const Finding* stuckLineFeed(const Source& source, const std::vector<Finding>& findings) {
+    for (const Finding& finding : findings) {
         const bool error = finding.severity == Severity::Error;
         if (error && finding.id == CheckId::LineEnd && source.text[finding.position] == '\n') {
-            return true;
+            return &finding;
         }
     }
-    return false;
+    return nullptr;
 }
 
-// Finds everything about a text whose line ends the engine gets past.
-static void checkText(const Source& source, bool onDisk, Findings& findings) {
-    Program program(source);
-    loadProgram(program, findings);
+// Everything but what the load has found.
+static void checkLoaded(const Source& source, const Program& program, bool onDisk,
+                        Findings& findings) {
     checkSize(source, program.loads, findings);
     checkZeroByte(source, findings);
+    checkLineEnds(source, findings);
     const std::vector<FileUse> files = surveyProgram(program, findings);
     if (onDisk) checkFiles(source.path, files, findings);
     if (program.loads) tryProgram(program, findings);
 }
 
-// The load never gets past a bare line feed. What else is wrong is found in the mended text.
+// What else is wrong is found in the mended text; its lines and columns are the same.
 static CheckResult checkMended(const Source& broken, const Finding& stuck, bool onDisk) {
-    CheckResult result;
-    result.source = makeSource(broken.path, withCrLf(broken.bytes));
+    CheckResult result = {makeSource(broken.path, withCrLf(broken.bytes)), {}};
     Findings findings;
-    checkText(result.source, onDisk, findings);
+    Program program(result.source);
+    loadProgram(program, findings);
+    checkLoaded(result.source, program, onDisk, findings);
+
     const Place place = broken.placeOf(stuck.position);
     const size_t line = std::min(place.line, result.source.lineStarts.size()) - 1;
     const size_t position = result.source.lineStarts[line] + place.column - 1;
@@ -84,23 +87,14 @@ static CheckResult checkMended(const Source& broken, const Finding& stuck, bool 
 }
 
 CheckResult checkScript(const std::string& path, const std::string& bytes, bool onDisk) {
-    CheckResult result;
-    result.source = makeSource(path, bytes);
-    {
-        Findings load;
-        Program program(result.source);
-        loadProgram(program, load);
-        if (isStuckAtLineFeed(result.source, load)) {
-            for (const Finding& finding : load.sorted()) {
-                if (finding.id == CheckId::LineEnd && finding.severity == Severity::Error) {
-                    return checkMended(result.source, finding, onDisk);
-                }
-            }
-        }
-    }
+    CheckResult result = {makeSource(path, bytes), {}};
     Findings findings;
-    checkText(result.source, onDisk, findings);
-    checkLineEnds(result.source, findings);
+    Program program(result.source);
+    loadProgram(program, findings);
+    if (const Finding* stuck = stuckLineFeed(result.source, findings.all())) {
+        return checkMended(result.source, *stuck, onDisk);
+    }
+    checkLoaded(result.source, program, onDisk, findings);
     result.findings = findings.sorted();
     return result;
 }

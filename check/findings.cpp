@@ -25,14 +25,18 @@ static bool isHarmless(CheckId id) {
     }
 }
 
+static size_t keyOf(CheckId id, size_t position) {
+    return position * static_cast<size_t>(CheckId::Count) + static_cast<size_t>(id);
+}
+
 void Findings::add(CheckId id, size_t position, std::string text, Severity severity) {
-    for (Finding& known : findings_) {
-        if (known.id == id && known.position == position) {
-            known.severity = std::max(known.severity, severity);
-            return;
-        }
+    const auto [known, isNew] = index_.emplace(keyOf(id, position), findings_.size());
+    if (isNew) {
+        findings_.push_back({id, severity, position, std::move(text)});
+    } else {
+        Finding& finding = findings_[known->second];
+        finding.severity = std::max(finding.severity, severity);
     }
-    findings_.push_back({id, severity, position, std::move(text)});
 }
 
 // Of several findings one of the same id explains most, then the one that stands first.
@@ -59,21 +63,28 @@ bool Findings::anyTrap(size_t from, size_t to) const {
     });
 }
 
-bool Findings::anyAt(size_t position) const {
-    return std::any_of(findings_.begin(), findings_.end(),
-                       [&](const Finding& known) { return known.position == position; });
+static std::vector<Finding> inTextOrder(std::vector<Finding> findings) {
+    std::stable_sort(
+        findings.begin(), findings.end(),
+        [](const Finding& a, const Finding& b) { return a.position < b.position; });
+    return findings;
 }
 
+// A script with one mistake in a thousand places is told so once, not a thousand times.
 std::vector<Finding> Findings::sorted() const {
-    std::vector<Finding> result = findings_;
-    std::stable_sort(result.begin(), result.end(), [](const Finding& a, const Finding& b) {
-        return a.position < b.position;
-    });
-    for (Finding& finding : result) {
+    constexpr size_t kShownOfEach = 20;
+    std::vector<Finding> shown;
+    size_t counts[static_cast<size_t>(CheckId::Count)] = {};
+    for (const Finding& finding : inTextOrder(findings_)) {
         const bool certain = finding.severity == Severity::Error;
-        if (!certain && infoOf(finding.id).confirmed == Severity::Error) {
-            finding.text += " (matters when the engine gets here)";
-        }
+        size_t& count = counts[static_cast<size_t>(finding.id)];
+        if (!certain && ++count > kShownOfEach) continue;
+        shown.push_back(finding);
+        if (certain) continue;
+        std::string& text = shown.back().text;
+        const bool mayStop = infoOf(finding.id).confirmed == Severity::Error;
+        if (mayStop) text += " (matters when the engine gets here)";
+        if (count == kShownOfEach) text += " (any more of these are not shown)";
     }
-    return result;
+    return shown;
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "check/ids.h"
@@ -26,11 +27,13 @@ public:
     // True if something that may stop the engine, or lead it astray, was found from..to.
     bool anyTrap(size_t from, size_t to) const;
 
-    bool anyAt(size_t position) const;
+    const std::vector<Finding>& all() const { return findings_; }
 
-    // In the order of the text. Places that only may be reached say so.
+    // In the order of the text, as they are shown. Places that only may be reached say so, and of
+    // the warnings of one id only the first ones are there.
     std::vector<Finding> sorted() const;
 
 private:
     std::vector<Finding> findings_;
+    std::unordered_map<size_t, size_t> index_;  // of each finding, by its id and position
 };

@@ -64,6 +64,7 @@ private:
 
     bool useVariable(std::string_view name);
     std::vector<std::string_view> knownNames() const;
+    std::string suggestionFor(std::string_view name);
     void declare(const Token& name, bool isParameter);
     void checkCallback(const Token& name);
     void checkText(size_t position);
@@ -107,6 +108,7 @@ private:
     int returnBlocks_ = 0;        // Context::blocks of that return
     size_t lastText_ = kNowhere;  // the last createtext, if no timer may have been made since
     int timersMade_ = 0;          // what may have made timers
+    int suggestions_ = 0;         // made so far
     int exits_ = 0;               // what may have ended the process
     size_t skippedTo_ = kNowhere; // behind the last token that was skipped without effect
 };
@@ -143,6 +145,13 @@ std::vector<std::string_view> Survey::knownNames() const {
     return names;
 }
 
+// The search takes time: a text of unknown words is no script with slips of the pen.
+std::string Survey::suggestionFor(std::string_view name) {
+    constexpr int kMostSuggestions = 20;
+    if (suggestions_++ >= kMostSuggestions) return "";
+    return didYouMean(name, knownNames());
+}
+
 // An unknown name is reported once in a function and then taken for a variable, so that what
 // stands behind it is looked at too.
 bool Survey::isVariable(const Token& name) {
@@ -153,7 +162,7 @@ bool Survey::isVariable(const Token& name) {
     if (!unknownNames_.insert(name.text).second) return true;
     if (findings_.anyTrap(name.start, name.next)) return true;  // a word that swallowed something
     add(CheckId::UnknownVariable, name.start,
-        quoted(name.text) + " is not declared here" + didYouMean(name.text, knownNames()));
+        quoted(name.text) + " is not declared here" + suggestionFor(name.text));
     return true;
 }
 
@@ -163,7 +172,7 @@ Value Survey::valueOf(const Token& name) {
         if (!scanner_.read(name.next).is('(')) return {};
     }
     add(CheckId::UnknownFunction, name.start,
-        "there is no function " + quoted(name.text) + didYouMean(name.text, knownNames()));
+        "there is no function " + quoted(name.text) + suggestionFor(name.text));
     skipUnknownCall();
     return {};
 }
@@ -215,7 +224,7 @@ void Survey::checkCallback(const Token& name) {
     } else if (function == nullptr) {
         add(CheckId::CallbackUnknown, name.start,
             "no function is called " + quoted(name.text) +
-                ": the game ends when it is called" + didYouMean(lowered, knownNames()));
+                ": the game ends when it is called" + suggestionFor(lowered));
     } else {
         functionsUsed_.insert(function->name);
         if (!scanner_.read(function->location).is(')') && function->name != "main") {
@@ -456,7 +465,7 @@ void Survey::readOther() {
     const bool continued = token_.from == skippedTo_;
     if (token_.isEmpty() || token_.is(';')) return;
     skippedTo_ = token_.next;
-    if (continued || findings_.anyAt(token_.start)) return;
+    if (continued || findings_.anyTrap(token_.start, token_.next)) return;
     add(CheckId::NoEffect, token_.start,
         shownToken() + " is skipped: a statement begins with a name or a keyword");
 }
