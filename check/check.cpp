@@ -74,7 +74,7 @@ static CheckResult checkMended(const Source& broken, const Finding& stuck, bool 
     loadProgram(program, findings);
     checkLoaded(result.source, program, onDisk, findings);
 
-    const Place place = broken.placeOf(stuck.position);
+    const LineColumn place = broken.placeOf(stuck.position);
     const size_t line = std::min(place.line, result.source.lineStarts.size()) - 1;
     const size_t position = result.source.lineStarts[line] + place.column - 1;
     const size_t count = countBadLineEnds(broken.bytes);

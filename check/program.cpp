@@ -14,7 +14,7 @@ int32_t Program::findGlobal(std::string_view name) const {
     return found == globalIndex.end() ? -1 : static_cast<int32_t>(found->second);
 }
 
-static bool isType(const Token& token) {
+static bool isType(const Lexeme& token) {
     return token.keyword == KeywordCode::Char || token.keyword == KeywordCode::Int;
 }
 
@@ -77,7 +77,7 @@ private:
         if (stuckReports_++ < kMaxStuckReports) reportStuck(program_.scanner, position_, findings_);
     }
 
-    void checkName(const Token& token) {
+    void checkName(const Lexeme& token) {
         if (token.text.size() < kNameCapacity) return;
         fail(CheckId::NameTooLong, token.start,
              "a name has at most " + std::to_string(kNameCapacity - 1) +
@@ -126,7 +126,7 @@ private:
             return;
         }
         checkName(token_);
-        const Token name = token_;
+        const Lexeme name = token_;
         readOnce();
         if (token_.is('(')) {
             addFunction(name);
@@ -136,7 +136,7 @@ private:
         }
     }
 
-    void addFunction(const Token& name) {
+    void addFunction(const Lexeme& name) {
         if (program_.functions.size() == kMaxFunctions) {
             fail(CheckId::TooManyFunctions, name.start,
                  "at most " + std::to_string(kMaxFunctions) + " functions");
@@ -154,7 +154,7 @@ private:
 
     // The names in the parameter list, as far as it can be read.
     void readParameters(CheckedFunction& function) {
-        Token token = program_.scanner.read(function.location);
+        Lexeme token = program_.scanner.read(function.location);
         while (isType(token)) {
             token = program_.scanner.read(token.next);
             function.parameters.push_back(token.text);
@@ -217,7 +217,7 @@ private:
     Program& program_;
     Findings& findings_;
     size_t position_ = 0;
-    Token token_;
+    Lexeme token_;
     bool inFunction_ = false;  // between a function's parameters and the end of its body
     bool ignoring_ = false;    // within text that was reported as passed over
     bool foundLineFeed_ = false;

@@ -42,17 +42,17 @@ std::string Reader::shownToken() const {
     return "\"" + std::string(scanner_.source(token_)) + "\"";
 }
 
-static bool isSign(const Token& token) {
+static bool isSign(const Lexeme& token) {
     return token.is('+') || token.is('-');
 }
 
-static bool isOperator(const Token& token) {
+static bool isOperator(const Lexeme& token) {
     return isSign(token) || token.is('*') || token.is('/') || token.is('%') || token.is('=') ||
            token.isRelation();
 }
 
 // Empty tokens: a line end or a blank where the lexer expects a token at once.
-void Reader::failGap(const Token& gap) const {
+void Reader::failGap(const Lexeme& gap) const {
     if (token_.is('{')) {
         fail(CheckId::GapBeforeBrace, token_.start,
              "between ) and { only blanks and one line end may stand, no empty line, no comment");
@@ -135,7 +135,7 @@ Value Reader::readCharacter() {
 }
 
 Value Reader::readUserCall(const CheckedFunction& function) {
-    const Token name = token_;
+    const Lexeme name = token_;
     std::vector<Value> arguments;
     read();
     if (!token_.is('(')) {
@@ -162,7 +162,7 @@ void Reader::readArgument(BuiltinCall& call, char kind) {
     read();
     noteArgument(call.builtin, kind);
     Value value;
-    Token text;
+    Lexeme text;
     if (kind == 'i' || kind == 'k') {
         putBack();
         value = expression();
@@ -307,7 +307,7 @@ Value Reader::readSum() {
 Value Reader::readRelation() {
     const Value value = readSum();
     if (!token_.isEmpty() && !token_.isRelation()) return value;
-    const Token relation = token_;
+    const Lexeme relation = token_;
     if (relation.isEmpty()) {
         noteGap(relation);
         gap_ = relation;
@@ -320,8 +320,8 @@ Value Reader::readRelation() {
 Value Reader::readAssignment() {
     enter();
     if (token_.isIdentifier() && isVariable(token_)) {
-        const Token name = token_;
-        const Token before = previous_;
+        const Lexeme name = token_;
+        const Lexeme before = previous_;
         read();
         if (token_.is('=')) {
             read();

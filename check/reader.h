@@ -27,9 +27,9 @@ struct OutOfBudget {};
 
 struct BuiltinCall {
     const BuiltinSignature& builtin;
-    Token name;
+    Lexeme name;
     std::vector<Value> values;  // of each argument; unknown for a text
-    std::vector<Token> tokens;  // of each argument; empty for a value
+    std::vector<Lexeme> tokens;  // of each argument; empty for a value
 };
 
 class Reader {
@@ -40,16 +40,16 @@ public:
 protected:
     // Meanings ------
 
-    virtual bool isVariable(const Token& name) = 0;
-    virtual Value valueOf(const Token& name) = 0;
-    virtual void assign(const Token& name, Value value) = 0;
-    virtual Value callUser(const CheckedFunction& function, const Token& name,
+    virtual bool isVariable(const Lexeme& name) = 0;
+    virtual Value valueOf(const Lexeme& name) = 0;
+    virtual void assign(const Lexeme& name, Value value) = 0;
+    virtual Value callUser(const CheckedFunction& function, const Lexeme& name,
                            const std::vector<Value>& arguments) = 0;
     virtual Value callBuiltin(const BuiltinCall&) { return {}; }
 
     // Called for what the engine takes without an error, but hardly as it is meant.
-    virtual void noteGap(const Token&) {}
-    virtual void noteOpenCall(const Token&) {}
+    virtual void noteGap(const Lexeme&) {}
+    virtual void noteOpenCall(const Lexeme&) {}
     virtual void noteSeparator(const BuiltinSignature&) {}
     virtual void noteArgument(const BuiltinSignature&, char) {}
 
@@ -83,8 +83,8 @@ protected:
     const Program& program_;
     const Scanner& scanner_;
     size_t position_ = 0;
-    Token token_;
-    Token previous_;  // the token before token_, not counting empty ones
+    Lexeme token_;
+    Lexeme previous_;  // the token before token_, not counting empty ones
     int32_t depth_ = 0;
     int64_t budget_ = 0;  // tokens that may still be read; long gaps between them count too
 
@@ -106,8 +106,8 @@ private:
 
     [[noreturn]] void failAtom() const;
     [[noreturn]] void failSign() const;
-    [[noreturn]] void failGap(const Token& gap) const;
+    [[noreturn]] void failGap(const Lexeme& gap) const;
     [[noreturn]] void failArguments(const BuiltinSignature& builtin) const;
 
-    Token gap_;  // the last empty token that was taken for an operator
+    Lexeme gap_;  // the last empty token that was taken for an operator
 };

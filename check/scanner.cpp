@@ -25,7 +25,7 @@ size_t Scanner::behindCloseParen(size_t position) const {
 }
 
 // The position stands at a "/". Only one comment is skipped: what follows it is read as it stands.
-size_t Scanner::skipComment(size_t position, Token& token) const {
+size_t Scanner::skipComment(size_t position, Lexeme& token) const {
     const char second = byteAt(position + 1);
     if (second != '*' && second != '/') return position;
     token.afterComment = true;
@@ -52,7 +52,7 @@ static KeywordCode keywordOf(std::string_view word) {
     return KeywordCode::None;
 }
 
-void Scanner::readWord(Token& token, TokenKind kind) const {
+void Scanner::readWord(Lexeme& token, TokenKind kind) const {
     size_t end = token.start;
     while (!endsWord(byteAt(end)))
         end++;
@@ -67,7 +67,7 @@ void Scanner::readWord(Token& token, TokenKind kind) const {
     token.kind = isKeyword ? TokenKind::Keyword : TokenKind::Identifier;
 }
 
-void Scanner::readString(Token& token) const {
+void Scanner::readString(Lexeme& token) const {
     const size_t begin = token.start + 1;
     const size_t end = std::min(text_.find_first_of("\"\r", begin), size());
     token.kind = TokenKind::String;
@@ -102,7 +102,7 @@ static char relationAt(char first, bool orEqual) {
     }
 }
 
-bool Scanner::readRelation(Token& token) const {
+bool Scanner::readRelation(Lexeme& token) const {
     const char code = relationAt(byteAt(token.start), byteAt(token.start + 1) == '=');
     if (code == '\0') return false;
     token.text = kRelationTexts[code - 1];
@@ -111,7 +111,7 @@ bool Scanner::readRelation(Token& token) const {
 }
 
 // The tokens that may also stand directly behind a comment.
-void Scanner::readPlain(Token& token) const {
+void Scanner::readPlain(Lexeme& token) const {
     const char c = byteAt(token.start);
     token.next = token.start;
     if (readRelation(token)) return;
@@ -129,14 +129,14 @@ void Scanner::readPlain(Token& token) const {
     }
 }
 
-static Token finish(Token token, size_t position) {
+static Lexeme finish(Lexeme token, size_t position) {
     token.keyword = KeywordCode::Finished;
     token.start = token.next = position;
     return token;
 }
 
-Token Scanner::read(size_t position) const {
-    Token token;
+Lexeme Scanner::read(size_t position) const {
+    Lexeme token;
     token.from = position;
     if (position >= size()) return finish(token, position);
 
@@ -161,9 +161,9 @@ Token Scanner::read(size_t position) const {
     return token;
 }
 
-Token Scanner::readReal(size_t position) const {
+Lexeme Scanner::readReal(size_t position) const {
     for (;;) {
-        const Token token = read(position);
+        const Lexeme token = read(position);
         if (!token.isNothing() || token.fault != TokenFault::None) return token;
         position = token.next == position ? position + 1 : token.next;
     }

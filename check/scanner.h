@@ -11,7 +11,7 @@
 // Why a token cannot be read; the engine raises an error for each.
 enum class TokenFault { None, OpenString, OpenComment, TooLong };
 
-struct Token {
+struct Lexeme {
     TokenKind kind = TokenKind::Delimiter;
     KeywordCode keyword = KeywordCode::None;
     TokenFault fault = TokenFault::None;
@@ -42,18 +42,18 @@ public:
     // Keeps a reference to the text.
     explicit Scanner(const std::string& text);
 
-    Token read(size_t position) const;
+    Lexeme read(size_t position) const;
 
     // The first token from the position on that is not empty, or the end of the text. Characters
     // that start nothing are passed over.
-    Token readReal(size_t position) const;
+    Lexeme readReal(size_t position) const;
 
     // The byte there; zero at and behind the end.
     char byteAt(size_t position) const {
         return position < text_.size() ? text_[position] : '\0';
     }
     size_t size() const { return text_.size(); }
-    std::string_view source(const Token& token) const {
+    std::string_view source(const Lexeme& token) const {
         return std::string_view(text_).substr(token.start, token.next - token.start);
     }
     std::string_view source(size_t from, size_t to) const {
@@ -64,11 +64,11 @@ public:
 
 private:
     size_t skipBlanks(size_t position) const;
-    size_t skipComment(size_t position, Token& token) const;
-    void readPlain(Token& token) const;
-    bool readRelation(Token& token) const;
-    void readString(Token& token) const;
-    void readWord(Token& token, TokenKind kind) const;
+    size_t skipComment(size_t position, Lexeme& token) const;
+    void readPlain(Lexeme& token) const;
+    bool readRelation(Lexeme& token) const;
+    void readString(Lexeme& token) const;
+    void readWord(Lexeme& token, TokenKind kind) const;
 
     const std::string& text_;
     std::string lowered_;

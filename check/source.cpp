@@ -34,7 +34,7 @@ Source makeSource(std::string path, std::string bytes) {
     return source;
 }
 
-Place Source::placeOf(size_t position) const {
+LineColumn Source::placeOf(size_t position) const {
     const auto next = std::upper_bound(lineStarts.begin(), lineStarts.end(), position);
     const size_t line = static_cast<size_t>(next - lineStarts.begin());
     return {line, position - lineStarts[line - 1] + 1};

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-struct Place {
+struct LineColumn {
     size_t line = 1;
     size_t column = 1;
 };
@@ -20,7 +20,7 @@ struct Source {
     std::string text;   // what the engine keeps of it: cut to size, up to the first zero byte
     std::vector<size_t> lineStarts;
 
-    Place placeOf(size_t position) const;
+    LineColumn placeOf(size_t position) const;
 
     // The line at the position, without its line end.
     std::string_view lineAt(size_t position) const;

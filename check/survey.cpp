@@ -10,7 +10,7 @@
 
 static constexpr size_t kNowhere = static_cast<size_t>(-1);
 
-static bool isType(const Token& token) {
+static bool isType(const Lexeme& token) {
     return token.keyword == KeywordCode::Char || token.keyword == KeywordCode::Int;
 }
 
@@ -51,22 +51,22 @@ private:
     void report(const Problem& problem);
 
     // Names ------
-    bool isVariable(const Token& name) override;
-    Value valueOf(const Token& name) override;
-    void assign(const Token&, Value) override {}
-    Value callUser(const CheckedFunction& function, const Token& name,
+    bool isVariable(const Lexeme& name) override;
+    Value valueOf(const Lexeme& name) override;
+    void assign(const Lexeme&, Value) override {}
+    Value callUser(const CheckedFunction& function, const Lexeme& name,
                    const std::vector<Value>& arguments) override;
     Value callBuiltin(const BuiltinCall& call) override;
-    void noteGap(const Token& gap) override;
-    void noteOpenCall(const Token& token) override;
+    void noteGap(const Lexeme& gap) override;
+    void noteOpenCall(const Lexeme& token) override;
     void noteSeparator(const BuiltinSignature& builtin) override;
     void noteArgument(const BuiltinSignature& builtin, char kind) override;
 
     bool useVariable(std::string_view name);
     std::vector<std::string_view> knownNames() const;
     std::string suggestionFor(std::string_view name);
-    void declare(const Token& name, bool isParameter);
-    void checkCallback(const Token& name);
+    void declare(const Lexeme& name, bool isParameter);
+    void checkCallback(const Lexeme& name);
     void checkText(size_t position);
     void skipUnknownCall();
 
@@ -154,7 +154,7 @@ std::string Survey::suggestionFor(std::string_view name) {
 
 // An unknown name is reported once in a function and then taken for a variable, so that what
 // stands behind it is looked at too.
-bool Survey::isVariable(const Token& name) {
+bool Survey::isVariable(const Lexeme& name) {
     if (useVariable(name.text)) return true;
     if (findBuiltinSignature(name.text) != nullptr) return false;
     if (program_.findFunction(name.text) != nullptr) return false;
@@ -167,7 +167,7 @@ bool Survey::isVariable(const Token& name) {
 }
 
 // Only unknown functions and names that no declaration reaches come here.
-Value Survey::valueOf(const Token& name) {
+Value Survey::valueOf(const Lexeme& name) {
     if (useVariable(name.text) || unknownNames_.count(name.text) > 0) {
         if (!scanner_.read(name.next).is('(')) return {};
     }
@@ -190,7 +190,7 @@ static std::string counted(size_t n, const char* what) {
     return std::to_string(n) + " " + what + (n == 1 ? "" : "s");
 }
 
-Value Survey::callUser(const CheckedFunction& function, const Token& name,
+Value Survey::callUser(const CheckedFunction& function, const Lexeme& name,
                        const std::vector<Value>& arguments) {
     functionsUsed_.insert(function.name);
     timersMade_++;
@@ -203,7 +203,7 @@ Value Survey::callUser(const CheckedFunction& function, const Token& name,
             quoted(function.name) + " has " + counted(function.parameters.size(), "parameter") +
                 ", " + counted(given, "argument") + " given");
     }
-    const Token next = scanner_.readReal(position_);
+    const Lexeme next = scanner_.readReal(position_);
     const bool dropped = name.start == leading_ && (next.is(';') || next.is(')'));
     if (!function.hasReturn && !dropped) {
         add(CheckId::NoReturnValue, name.start,
@@ -213,7 +213,7 @@ Value Survey::callUser(const CheckedFunction& function, const Token& name,
     return {};
 }
 
-void Survey::checkCallback(const Token& name) {
+void Survey::checkCallback(const Lexeme& name) {
     const CheckedFunction* function = program_.findFunction(name.text);
     const std::string lowered = lowerCase(name.text);
     if (function == nullptr && program_.findFunction(lowered) != nullptr) {
@@ -252,7 +252,7 @@ Value Survey::callBuiltin(const BuiltinCall& call) {
     }
     for (size_t i = 0; i < call.values.size(); i++) {
         const char kind = call.builtin.arguments[i];
-        const Token& token = call.tokens[i];
+        const Lexeme& token = call.tokens[i];
         const Value value = call.values[i];
         if (kind == 'f') checkCallback(token);
         if (kind == 'p' || kind == 'a') files.push_back({kind, std::string(token.text), token.start});
@@ -266,7 +266,7 @@ Value Survey::callBuiltin(const BuiltinCall& call) {
 }
 
 // What is reported as a failure of its own is not noted.
-void Survey::noteGap(const Token& gap) {
+void Survey::noteGap(const Lexeme& gap) {
     if (!gap.isNothing() || scanner_.readReal(gap.next).is('{')) return;
     if (gap.afterComment) {
         add(CheckId::CommentInExpression, gap.start,
@@ -278,7 +278,7 @@ void Survey::noteGap(const Token& gap) {
     }
 }
 
-void Survey::noteOpenCall(const Token&) {
+void Survey::noteOpenCall(const Lexeme&) {
     failUnexpected(')');
 }
 
@@ -299,7 +299,7 @@ void Survey::noteArgument(const BuiltinSignature& builtin, char kind) {
 
 // Declarations ----------------------------------------------------------------------------------
 
-void Survey::declare(const Token& name, bool isParameter) {
+void Survey::declare(const Lexeme& name, bool isParameter) {
     if (name.text.size() >= kNameCapacity) {
         add(CheckId::NameTooLong, name.start,
             "a name has at most " + std::to_string(kNameCapacity - 1) +
@@ -355,7 +355,7 @@ void Survey::readParameters() {
 
 // Going on after a problem ------------------------------------------------------------------------
 
-static bool beginsStatement(const Token& token) {
+static bool beginsStatement(const Lexeme& token) {
     return token.kind == TokenKind::Keyword || token.kind == TokenKind::Block;
 }
 
@@ -365,7 +365,7 @@ void Survey::resumeBehindStatement(const Problem& problem, size_t start) {
         position_ = token_.start;
         return;
     }
-    Token token = token_;
+    Lexeme token = token_;
     while (!token.is(';') && !token.isFinished()) {
         token = scanner_.readReal(token.next);
         if (beginsStatement(token)) {
@@ -378,7 +378,7 @@ void Survey::resumeBehindStatement(const Problem& problem, size_t start) {
 
 // Behind the parentheses that follow a keyword, or the keyword alone.
 void Survey::resumeBehindHead(size_t start) {
-    Token token = scanner_.readReal(scanner_.read(start).next);
+    Lexeme token = scanner_.readReal(scanner_.read(start).next);
     position_ = token.start;
     int depth = 0;
     while (!token.isFinished() && !token.is('{') && !token.is('}')) {
@@ -499,8 +499,8 @@ void Survey::readKeyword(Context context) {
 // The body of an if, an else or a loop. A return is looked for in it on its own.
 void Survey::readBody(Context context, CheckId unbraced) {
     context.blocks++;
-    const Token next = scanner_.read(position_);
-    const Token real = scanner_.readReal(position_);
+    const Lexeme next = scanner_.read(position_);
+    const Lexeme real = scanner_.readReal(position_);
     if (real.is('{')) {
         if (!next.is('{')) {
             add(CheckId::GapBeforeBrace, real.start,
@@ -529,8 +529,8 @@ void Survey::readIf(Context context) {
     readBody(context, CheckId::UnbracedBody);
     const size_t textBehind = lastText_;
     lastText_ = textBefore;
-    const Token next = scanner_.read(position_);
-    const Token real = scanner_.readReal(position_);
+    const Lexeme next = scanner_.read(position_);
+    const Lexeme real = scanner_.readReal(position_);
     if (real.keyword == KeywordCode::Else) {
         if (next.isNothing()) {
             add(CheckId::GapBeforeElse, real.start,
@@ -547,7 +547,7 @@ void Survey::readIf(Context context) {
 
 // The current token is the else.
 void Survey::readElse(Context context) {
-    const Token next = scanner_.readReal(position_);
+    const Lexeme next = scanner_.readReal(position_);
     if (next.keyword != KeywordCode::If) return readBody(context, CheckId::UnbracedBody);
     add(CheckId::ElseIf, next.start,
         "else if works only while the first condition is false: put the second if in braces");
@@ -583,8 +583,8 @@ void Survey::readDo(Context context) {
     const int exitsBefore = exits_;
     context.inLoop = true;
     readBody(context, CheckId::DoWithoutWhile);
-    const Token next = scanner_.read(position_);
-    const Token real = scanner_.readReal(position_);
+    const Lexeme next = scanner_.read(position_);
+    const Lexeme real = scanner_.readReal(position_);
     if (real.keyword != KeywordCode::While) {
         add(CheckId::DoWithoutWhile, real.start, "while expected behind the body of do");
         return;
@@ -605,7 +605,7 @@ void Survey::readDo(Context context) {
 // One of the first two parts of a for. The engine steps over the ";" by one character, and over one
 // more if the part is empty.
 Value Survey::readForPart(bool isTest) {
-    const Token first = scanner_.read(position_);
+    const Lexeme first = scanner_.read(position_);
     if (isType(first)) {
         fail(CheckId::Syntax, first.start, "a for declares nothing: declare before the loop");
     }
@@ -628,7 +628,7 @@ Value Survey::readForPart(bool isTest) {
 }
 
 void Survey::readForStep() {
-    const Token first = scanner_.read(position_);
+    const Lexeme first = scanner_.read(position_);
     if (first.is(')')) {
         position_ = first.next;
         return;
@@ -679,8 +679,8 @@ void Survey::readReturn(Context context) {
 // Functions -------------------------------------------------------------------------------------
 
 void Survey::readFunctionBody(const CheckedFunction& function) {
-    const Token next = scanner_.read(position_);
-    const Token real = scanner_.readReal(position_);
+    const Lexeme next = scanner_.read(position_);
+    const Lexeme real = scanner_.readReal(position_);
     token_ = real;
     position_ = real.next;
     if (real.is('{')) {

@@ -54,7 +54,7 @@ void reportStuck(const Scanner& scanner, size_t position, Findings& findings) {
     }
 }
 
-void reportFault(const Token& token, Findings& findings) {
+void reportFault(const Lexeme& token, Findings& findings) {
     if (token.fault == TokenFault::OpenComment) {
         findings.add(CheckId::OpenComment, token.from, "a /* behind here has no */",
                      Severity::Error);
@@ -96,7 +96,7 @@ static void reportForeign(std::string_view text, size_t start, size_t at, Findin
     }
 }
 
-static void inspectNumber(const Token& token, Findings& findings) {
+static void inspectNumber(const Lexeme& token, Findings& findings) {
     const std::string digits(token.text.substr(0, token.text.find_first_not_of("0123456789")));
     const int32_t value = static_cast<int32_t>(std::strtol(digits.c_str(), nullptr, 10));
     const bool cut = std::to_string(value) != digits && digits.find_first_not_of('0') == 0;
@@ -106,7 +106,7 @@ static void inspectNumber(const Token& token, Findings& findings) {
     }
 }
 
-static void inspectComment(const Scanner& scanner, const Token& token, Findings& findings) {
+static void inspectComment(const Scanner& scanner, const Lexeme& token, Findings& findings) {
     const char next = scanner.byteAt(token.start + 1);
     if (token.afterComment && token.is('/') && (next == '/' || next == '*')) {
         findings.add(CheckId::CommentUnderComment, token.start,
@@ -115,7 +115,7 @@ static void inspectComment(const Scanner& scanner, const Token& token, Findings&
     }
 }
 
-void inspectToken(const Scanner& scanner, const Token& token, Findings& findings) {
+void inspectToken(const Scanner& scanner, const Lexeme& token, Findings& findings) {
     inspectComment(scanner, token, findings);
     if (token.kind != TokenKind::Identifier && token.kind != TokenKind::Number) return;
     const size_t foreign = firstForeign(token.text);

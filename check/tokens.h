@@ -9,7 +9,7 @@
 void reportStuck(const Scanner& scanner, size_t position, Findings& findings);
 
 // A string or comment that is not closed, a token that is too long: the load fails.
-void reportFault(const Token& token, Findings& findings);
+void reportFault(const Lexeme& token, Findings& findings);
 
 // Oddities that do not stop the load.
-void inspectToken(const Scanner& scanner, const Token& token, Findings& findings);
+void inspectToken(const Scanner& scanner, const Lexeme& token, Findings& findings);

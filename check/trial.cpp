@@ -31,15 +31,15 @@ private:
 
     // Names ------
     Value* findVariable(std::string_view name);
-    bool isVariable(const Token& name) override { return findVariable(name.text) != nullptr; }
-    Value valueOf(const Token& name) override;
-    void assign(const Token& name, Value value) override;
-    Value callUser(const CheckedFunction& function, const Token& name,
+    bool isVariable(const Lexeme& name) override { return findVariable(name.text) != nullptr; }
+    Value valueOf(const Lexeme& name) override;
+    void assign(const Lexeme& name, Value value) override;
+    Value callUser(const CheckedFunction& function, const Lexeme& name,
                    const std::vector<Value>& arguments) override;
     Value callBuiltin(const BuiltinCall& call) override;
     void pushLocal(std::string_view name, Value value);
     void nameParameters(size_t base);
-    void checkName(const Token& name) const;
+    void checkName(const Lexeme& name) const;
 
     // Statements ------
     void interpretBlock();
@@ -57,7 +57,7 @@ private:
     // Certainty ------
     void skipUnknown(size_t from);
     void skipHarmlessBlock();
-    void forget(const Token& token);
+    void forget(const Lexeme& token);
     void forgetGlobals();
     void watchLoop(size_t start);
     size_t stateHash() const;
@@ -67,7 +67,7 @@ private:
     bool tryFunction(const CheckedFunction& function);
     void confirm(const Problem& problem);
     void tryCallbacks();
-    void addCallback(const Token& name);
+    void addCallback(const Lexeme& name);
 
     Findings& findings_;
     std::vector<Value> globals_;
@@ -94,7 +94,7 @@ Value* Trial::findVariable(std::string_view name) {
     return global < 0 ? nullptr : &globals_[static_cast<size_t>(global)];
 }
 
-Value Trial::valueOf(const Token& name) {
+Value Trial::valueOf(const Lexeme& name) {
     const Value* value = findVariable(name.text);
     if (value != nullptr) return *value;
     const bool isCall = scanner_.read(position_).is('(');
@@ -102,7 +102,7 @@ Value Trial::valueOf(const Token& name) {
          "\"" + std::string(name.text) + "\" is not declared where the engine gets here");
 }
 
-void Trial::assign(const Token& name, Value value) {
+void Trial::assign(const Lexeme& name, Value value) {
     Value* variable = findVariable(name.text);
     if (variable != nullptr) *variable = value;
 }
@@ -116,7 +116,7 @@ void Trial::pushLocal(std::string_view name, Value value) {
     locals_.push_back({name, value});
 }
 
-void Trial::checkName(const Token& name) const {
+void Trial::checkName(const Lexeme& name) const {
     if (name.text.size() < kNameCapacity) return;
     fail(CheckId::NameTooLong, name.start, "this name is too long");
 }
@@ -147,7 +147,7 @@ void Trial::nameParameters(size_t base) {
     }
 }
 
-Value Trial::callUser(const CheckedFunction& function, const Token& name,
+Value Trial::callUser(const CheckedFunction& function, const Lexeme& name,
                       const std::vector<Value>& arguments) {
     const size_t base = locals_.size();
     const size_t behind = position_;
@@ -175,7 +175,7 @@ Value Trial::callUser(const CheckedFunction& function, const Token& name,
     return returnValue_;
 }
 
-void Trial::addCallback(const Token& name) {
+void Trial::addCallback(const Lexeme& name) {
     const CheckedFunction* function = program_.findFunction(name.text);
     if (function == nullptr || !scanner_.read(function->location).is(')')) return;
     if (std::find(callbacks_.begin(), callbacks_.end(), function) == callbacks_.end()) {
@@ -204,7 +204,7 @@ void Trial::forgetGlobals() {
 }
 
 // A word in a part that may or may not be run.
-void Trial::forget(const Token& token) {
+void Trial::forget(const Lexeme& token) {
     if (token.kind == TokenKind::Keyword && token.keyword != KeywordCode::If &&
         token.keyword != KeywordCode::Else) {
         throw Uncertain();
@@ -242,12 +242,12 @@ void Trial::skipHarmlessBlock() {
 // statement begins: what a condition assigns may be assigned again.
 void Trial::skipUnknown(size_t from) {
     const size_t body = position_;
-    for (Token token = scanner_.read(scanner_.read(from).next); token.start < body;
+    for (Lexeme token = scanner_.read(scanner_.read(from).next); token.start < body;
          token = scanner_.readReal(token.next)) {
         forget(token);
     }
     skipHarmlessBlock();
-    const Token next = scanner_.read(position_);
+    const Lexeme next = scanner_.read(position_);
     if (next.keyword == KeywordCode::Else) {
         read();
         skipHarmlessBlock();
@@ -308,7 +308,7 @@ void Trial::skipBalanced(char open, char close) {
 void Trial::skipBody(bool isElse) {
     read();
     if (!token_.is('{') && !trap_) {
-        const Token real = scanner_.readReal(token_.start);
+        const Lexeme real = scanner_.readReal(token_.start);
         const bool elseIf = isElse && real.keyword == KeywordCode::If;
         const bool gap = token_.isNothing() && real.is('{');
         trap_ = Trap{gap      ? CheckId::GapBeforeBrace
@@ -485,7 +485,8 @@ void Trial::confirm(const Problem& problem) {
                       "the engine skips this, runs on out of step and fails: put it in braces",
                       Severity::Error);
     } else {
-        const size_t end = std::max(problem.position, token_.start);
+        // What a word has swallowed is found inside the word.
+        const size_t end = std::max({problem.position, token_.start, token_.next - 1});
         findings_.confirm(problem.id, statement_, end, text);
     }
 }

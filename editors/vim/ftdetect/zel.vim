@@ -1,0 +1,1 @@
+autocmd BufRead,BufNewFile */levels/*/script.txt setfiletype zel | compiler zelcheck
