@@ -414,6 +414,7 @@ void Survey::readBlock(Context context) {
     for (;;) {
         read();
         if (token_.is('}') || token_.isFinished()) break;
+        if (token_.isNothing() && token_.next == token_.from) position_++;  // reported by the load
         readStatement(context);
     }
     for (size_t i = outside; i < locals_.size(); i++)

@@ -1,0 +1,313 @@
+#include "check/check.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+
+#include "check/builtins.h"
+#include "check/line_ends.h"
+#include "check/names.h"
+#include "check/report.h"
+#include "check/scanner.h"
+#include "script/builtins.h"
+#include "script/text.h"
+#include "support/level.h"
+
+static std::vector<Finding> check(const std::string& script) {
+    return checkScript("script.txt", withCrLf(script), false).findings;
+}
+
+static bool has(const std::vector<Finding>& findings, CheckId id) {
+    for (const Finding& finding : findings) {
+        if (finding.id == id) return true;
+    }
+    return false;
+}
+
+static bool hasError(const std::vector<Finding>& findings) {
+    for (const Finding& finding : findings) {
+        if (finding.severity == Severity::Error) return true;
+    }
+    return false;
+}
+
+static std::string reportsOf(const std::string& bytes, ReportForm form = ReportForm::Plain) {
+    const CheckResult result = checkScript("script.txt", bytes, false);
+    std::string reports;
+    for (const Finding& finding : result.findings)
+        reports += reportOf(result.source, finding, form);
+    return reports;
+}
+
+// The checker's tokens are the engine's ---------------------------------------------------------
+
+// Takes the bytes as the program text, as if they had been read from a file.
+static void takeText(std::string& bytes) {
+    bytes.resize(std::min(bytes.size(), kProgramCapacity - 1));
+    setProgramText(bytes.data(), "script.txt");
+    bytes.resize(static_cast<size_t>(gProgramEnd - gProgramBuffer));
+}
+
+static void expectSameToken(const Lexeme& ours, const Token& theirs, size_t position) {
+    const size_t end = static_cast<size_t>(theirs.end - gProgramBuffer);
+    ASSERT_EQ(theirs.faulty, ours.fault != TokenFault::None) << "at " << position;
+    if (theirs.faulty) return;
+    EXPECT_EQ(std::string(theirs.text), std::string(ours.text)) << "at " << position;
+    EXPECT_EQ(theirs.kind, ours.kind) << "at " << position;
+    EXPECT_EQ(theirs.keyword, ours.keyword) << "at " << position;
+    EXPECT_EQ(end, ours.next) << "at " << position;
+}
+
+static void expectSameTokens(std::string text) {
+    takeText(text);
+    const Scanner scanner(text);
+    for (size_t position = 0; position <= text.size() + 1; position++) {
+        const Token theirs = readToken(gProgramBuffer + position);
+        expectSameToken(scanner.read(position), theirs, position);
+        if (testing::Test::HasFailure()) FAIL() << "in " << testing::PrintToString(text);
+    }
+}
+
+TEST(Scanner, ReadsWhatTheLexerReads) {
+    static const char* const kPieces[] = {
+        " ",  "\t",     "\r\n", "\r",   "\n", "/*",   "*/",   "//",    "/",  "\"", "'",  "{",  "}",
+        "(",  ")",      ";",    ",",    "=",  "==",   "!=",   "!",     "<",  "<=", ">",  ">=", "+",
+        "-",  "*",      "%",    "^",    "&",  "_",    ".",    "if",    "Do", "x",  "Ab", "12", "9{",
+        "$",  "return", "\xff", "\x01", "5}", "else", "int ", "main(", "//\n", "/**/"};
+    std::mt19937 random(1);
+    for (int i = 0; i < 3000; i++) {
+        std::string text;
+        for (size_t n = random() % 40; n > 0; n--)
+            text += kPieces[random() % std::size(kPieces)];
+        expectSameTokens(text);
+        if (HasFatalFailure()) return;
+    }
+    expectSameTokens(std::string(79, 'a') + " " + std::string(80, 'a') + " " + std::string(80, '1'));
+    expectSameTokens("\"" + std::string(79, 'a') + "\" \"" + std::string(80, 'a') + "\"");
+}
+
+// The list of built-ins --------------------------------------------------------------------------
+
+TEST(BuiltinList, HasTheEnginesTableInItsOrder) {
+    size_t i = 0;
+    for (; gBuiltins[i].name[0] != '\0'; i++)
+        EXPECT_EQ(gBuiltins[i].name, gBuiltinSignatures[i].name);
+    EXPECT_EQ(40U, i);
+    EXPECT_TRUE(gBuiltinSignatures[i].name.empty());
+}
+
+// A call with that many of the arguments that the list promises, or numbers behind them.
+static std::string callWith(const BuiltinSignature& builtin, size_t count) {
+    std::string arguments;
+    for (size_t i = 0; i < count; i++) {
+        const char kind = i < builtin.arguments.size() ? builtin.arguments[i] : 'i';
+        const bool number = kind == 'i' || kind == 'k' || kind == 'e' || kind == 'v';
+        arguments += std::string(i > 0 ? ", " : "") + (number ? "1" : "\"main\"");
+    }
+    return "int main() { " + std::string(builtin.name) + "(" + arguments + "); }";
+}
+
+static bool engineRefuses(const std::string& script) {
+    return runLevel(script).find("Error buffer long jump") != std::string::npos;
+}
+
+TEST(BuiltinList, HasTheArgumentsThatTheEngineReads) {
+    startEngine();
+    for (const BuiltinSignature* row = gBuiltinSignatures; !row->name.empty(); row++) {
+        if (row->arguments == "*") continue;
+        const size_t right = row->arguments.size();
+        for (size_t count = right > 1 ? right - 1 : 0; count <= right + 1; count++) {
+            const std::string script = callWith(*row, count);
+            EXPECT_EQ(engineRefuses(script), hasError(check(script))) << script;
+            EXPECT_TRUE(count != right || !hasError(check(script))) << script;
+        }
+    }
+}
+
+TEST(BuiltinList, SaysWhichCallsMustEndTheirStatement) {
+    startEngine();
+    for (const BuiltinSignature* row = gBuiltinSignatures; !row->name.empty(); row++) {
+        const std::string call = callWith(*row, row->arguments == "*" ? 0 : row->arguments.size());
+        std::string script = call;
+        script.insert(script.find(");") + 1, " + 1");
+        EXPECT_EQ(row->endsStatement, engineRefuses(script)) << script;
+        EXPECT_EQ(row->endsStatement, has(check(script), CheckId::OutputInExpression)) << script;
+    }
+}
+
+// Reports ----------------------------------------------------------------------------------------
+
+TEST(Report, HasTheFormOfTheCompilers) {
+    EXPECT_EQ(
+        "script.txt:3:3: error: there is no operator += [no-such-operator]\n"
+        "    x += 1;\n"
+        "      ^\n",
+        reportsOf("int x; int main()\r\n{\r\nx += 1;\r\n}\r\n"));
+}
+
+TEST(Report, CountsBytesAndPlacesTheCaretByCharacters) {
+    EXPECT_EQ(
+        "script.txt:1:29: error: a value expected before \";\" [empty-expression]\n"
+        "    int a; int main() { /*é*/a=; }\n"
+        "                               ^\n",
+        reportsOf("int a; int main() { /*\xC3\xA9*/a=; }"));
+}
+
+TEST(Report, EscapesControlCharacters) {
+    const std::string report = reportsOf("int main() { puts(\"\x1b[31m\x07\xff\"); x = 1; }");
+    EXPECT_NE(std::string::npos, report.find("puts(\"\\x1B[31m\\x07\\xFF\"); x = 1;")) << report;
+    for (char c : report)
+        EXPECT_TRUE(c == '\n' || (c >= ' ' && c <= '~')) << int{c};
+}
+
+TEST(Report, ShowsThePartOfALongLineAroundThePlace) {
+    const std::string blanks(2000, ' ');
+    const std::string report = reportsOf("int main() {" + blanks + "x = 1;" + blanks + "}");
+    EXPECT_LT(report.size(), 400U);
+    EXPECT_NE(std::string::npos, report.find("x = 1;"));
+}
+
+TEST(Report, HasColoursOnRequestOnly) {
+    const std::string script = "int main() { x = 1; }";
+    EXPECT_EQ(std::string::npos, reportsOf(script).find('\x1b'));
+    const std::string colour = reportsOf(script, ReportForm::Colour);
+    EXPECT_NE(std::string::npos, colour.find("\x1b[1;31merror: \x1b[0m")) << colour;
+}
+
+TEST(Report, WritesOneJsonObjectALine) {
+    EXPECT_EQ(
+        "{\"file\": \"script.txt\", \"line\": 1, \"column\": 14, \"severity\": \"error\", "
+        "\"id\": \"unknown-variable\", \"text\": \"\\\"x\\\" is not declared here\"}\n",
+        reportsOf("int main() { x = 1; }", ReportForm::Json));
+}
+
+// Certainty --------------------------------------------------------------------------------------
+
+TEST(Certainty, CallsAnErrorWhatTheEngineReaches) {
+    EXPECT_TRUE(hasError(check("int f() { x = 1; }\nint main() { f(); }")));
+    EXPECT_TRUE(hasError(check("int main() { int i; i = 3; if (i > 2) { x = 1; } }")));
+    EXPECT_TRUE(hasError(check("int t() { x = 1; }\nint main() { createtimer(0, 1, \"t\"); }")));
+    EXPECT_TRUE(hasError(check("int main() { int i; i = 5; i = 7 / (i - 5); }")));
+}
+
+TEST(Certainty, OnlyWarnsOfWhatItMayNotReach) {
+    const char* const scripts[] = {
+        "int f() { x = 1; }\nint main() { }",
+        "int main() { int i; i = 1; if (i > 2) { x = 1; } }",
+        "int main() { if (getche()) { x = 1; } }",
+        "int main() { if (getche()) { end; } x = 1; }",
+        "int main() { while (getche() < 0) { end; } x = 1; }",
+        "int t() { x = 1; }\nint main() { createtimer(0, 1, \"t\"); deletetimer(0); }",
+    };
+    for (const char* script : scripts) {
+        EXPECT_FALSE(hasError(check(script))) << script;
+        EXPECT_TRUE(has(check(script), CheckId::UnknownVariable)) << script;
+    }
+}
+
+TEST(Certainty, GoesOnBehindBranchesThatOnlyChangeVariables) {
+    EXPECT_TRUE(hasError(check("int main() { int i; if (getche()) { i = 1; } else { i = 2; } x = i; }")));
+    EXPECT_FALSE(hasError(check("int main() { int i; if (getche()) { i = 1; } i = 1 / i; }")));
+    EXPECT_TRUE(hasError(check("int main() { int i; while (getche() > i) { i = i + 1; } x = i; }")));
+}
+
+TEST(Certainty, FindsLoopsThatNothingEnds) {
+    EXPECT_TRUE(has(check("int i; int main() { while (i < 3) { print(i); } }"),
+                    CheckId::EndlessLoop));
+    EXPECT_FALSE(has(check("int i; int main() { while (i < 3) { i = i + 1; } }"),
+                     CheckId::EndlessLoop));
+    EXPECT_FALSE(has(check("int main() { while (1) { if (getche() < 0) { end; } } }"),
+                     CheckId::EndlessLoop));
+    EXPECT_FALSE(has(check("int g; int f() { while (g) { g = 0; } }\n"
+                           "int main() { f(); f(); g = 1; f(); g = 1; f(); }"),
+                     CheckId::EndlessLoop));
+}
+
+TEST(Certainty, AScriptThatIsCutWarnsIfTheRestLoads) {
+    const std::string blanks(10000, ' ');
+    EXPECT_FALSE(hasError(check("int main() { }" + blanks)));
+    EXPECT_TRUE(has(check("int main() { }" + blanks), CheckId::TooBig));
+    EXPECT_TRUE(hasError(check("int main() { " + blanks + "}")));
+}
+
+// Suggestions ------------------------------------------------------------------------------------
+
+TEST(Suggestions, FindTheWordThatWasMeant) {
+    EXPECT_EQ(", did you mean \"score\"?", didYouMean("scroe", {"lives", "score"}));
+    EXPECT_EQ("", didYouMean("alpha", {"lives", "score"}));
+    EXPECT_EQ("", didYouMean("x", {"i"}));
+    EXPECT_NE(std::string::npos,
+              reportsOf("int main() { movimage(0, 1, 2); }").find("did you mean \"moveimage\"?"));
+}
+
+// Line ends --------------------------------------------------------------------------------------
+
+TEST(LineEnds, BareLineFeedsAreMendedAndNothingElse) {
+    EXPECT_EQ("a\r\nb\r\n\r\nc\rd\xff", withCrLf("a\nb\r\n\nc\rd\xff"));
+    EXPECT_EQ(std::string("\0\r\n\0", 4), withCrLf(std::string("\0\n\0", 3)));
+    EXPECT_EQ("a\r\nb\r\n", withCrLf("a\rb\r"));
+    EXPECT_EQ(2U, countBadLineEnds("a\nb\r\n\nc"));
+}
+
+TEST(LineEnds, TheRestIsCheckedAsIfTheyWereMended) {
+    const auto findings = checkScript("s", "int main()\n{\n    x = 1;\n}\n", false).findings;
+    EXPECT_TRUE(has(findings, CheckId::LineEnd));
+    EXPECT_TRUE(has(findings, CheckId::UnknownVariable));
+}
+
+// Hostile texts ----------------------------------------------------------------------------------
+
+TEST(Hostile, RandomBytesAreChecked) {
+    std::mt19937 random(2);
+    for (int i = 0; i < 2000; i++) {
+        std::string bytes(random() % 300, '\0');
+        for (char& c : bytes)
+            c = static_cast<char>(i % 2 == 0 ? random() : " (){};,=+-*/%'\"<>!\r\nabif01"[random() % 27]);
+        checkScript("script.txt", bytes, false);
+        checkScript("script.txt", "int main() {" + bytes + "}", false);
+    }
+}
+
+static std::string repeated(const std::string& text, int count) {
+    std::string result;
+    while (count-- > 0)
+        result += text;
+    return result;
+}
+
+// As deep as 9999 bytes can be, in every way that the language nests.
+TEST(Hostile, DeepTextsAreChecked) {
+    for (const char* piece :
+         {"(", "{", "a=", "if(1){", "else ", "do ", "do{", "while(1)", "for(;;", "print(", "putch(",
+          "main(", "moveimage(1,", "-(", "if(getche()){", "return ", "int ", "//\r\n", "/**/"}) {
+        const int count = 9900 / static_cast<int>(std::string(piece).size());
+        checkScript("script.txt", "int a; int main() { " + repeated(piece, count), false);
+        checkScript("script.txt", "int a; int main() { " + repeated(piece, count / 2) + " }", false);
+        checkScript("script.txt", repeated(piece, count), false);
+    }
+    const std::string deep = repeated("(", 4900) + "1" + repeated(")", 4900);
+    EXPECT_TRUE(has(check("int main() { print(" + deep + "); }"), CheckId::NestedTooDeeply));
+}
+
+// A script as long as the engine reads, of statements such as games are made of.
+TEST(Speed, AFullScriptTakesLessThanTenMilliseconds) {
+    std::string script = "int x, y; int step(int n) { return n + 1; } int main() {\r\n";
+    while (script.size() < 9900)
+        script += "    if (x < 100) { x = step(x) * 2 - y; } else { moveimage(0, x, y); }\r\n";
+    script += "}\r\n";
+    double best = 1000;
+    for (int i = 0; i < 20; i++) {
+        const auto start = std::chrono::steady_clock::now();
+        const bool nothing = checkScript("script.txt", script, false).findings.empty();
+        const std::chrono::duration<double, std::milli> time =
+            std::chrono::steady_clock::now() - start;
+        EXPECT_TRUE(nothing);
+        best = std::min(best, time.count());
+    }
+#ifdef NDEBUG
+    EXPECT_LT(best, 10) << "milliseconds for " << script.size() << " bytes";
+#endif
+    RecordProperty("milliseconds", std::to_string(best));
+    std::printf("%.2f ms for %zu bytes\n", best, script.size());
+}

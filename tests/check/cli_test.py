@@ -1,0 +1,184 @@
+"""zelcheck as a command: arguments, exit statuses, --fix.
+
+    cli_test.py ZELCHECK
+"""
+
+import json
+import os
+import pty
+import stat
+import subprocess
+import sys
+import tempfile
+import unittest
+
+ZELCHECK = os.path.abspath(sys.argv.pop(1))
+
+GOOD = b"int main()\r\n{\r\n}\r\n"
+WARNING = b"int unused;\r\n" + GOOD
+ERROR = b"int main()\r\n{\r\n    x = 1;\r\n}\r\n"
+
+
+class CommandLine(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory(prefix="zel-cli-")
+        self.addCleanup(self.folder.cleanup)
+
+    def path(self, name):
+        return os.path.join(self.folder.name, name)
+
+    def write(self, name, content):
+        os.makedirs(os.path.dirname(self.path(name)), exist_ok=True)
+        with open(self.path(name), "wb") as file:
+            file.write(content)
+        return self.path(name)
+
+    def read(self, name):
+        with open(self.path(name), "rb") as file:
+            return file.read()
+
+    def run_check(self, *arguments):
+        return subprocess.run([ZELCHECK, *arguments], cwd=self.folder.name, capture_output=True,
+                              timeout=20, check=False)
+
+    def status(self, *arguments):
+        return self.run_check(*arguments).returncode
+
+    # Exit statuses ------
+
+    def test_the_worst_file_decides_the_status(self):
+        self.write("good.txt", GOOD)
+        self.write("warning.txt", WARNING)
+        self.write("error.txt", ERROR)
+        self.assertEqual(0, self.status("good.txt"))
+        self.assertEqual(1, self.status("good.txt", "warning.txt"))
+        self.assertEqual(2, self.status("error.txt", "warning.txt"))
+        self.assertEqual(3, self.status("missing.txt", "error.txt"))
+
+    def test_a_file_that_cannot_be_read_is_named(self):
+        done = self.run_check("missing.txt")
+        self.assertEqual(b"", done.stdout)
+        self.assertEqual(b"zelcheck: missing.txt: No such file or directory\n", done.stderr)
+
+    def test_unknown_options_are_refused(self):
+        done = self.run_check("--nonsense")
+        self.assertEqual(3, done.returncode)
+        self.assertIn(b"--nonsense", done.stderr)
+
+    def test_help_names_every_option_and_status(self):
+        done = self.run_check("--help")
+        self.assertEqual(0, done.returncode)
+        for word in (b"--fix", b"--json", b"--help", b"--ids", b"levels/level1/script.txt",
+                     b"0 nothing found", b"1 warnings only", b"2 errors", b"3 a file"):
+            self.assertIn(word, done.stdout)
+
+    # Which files ------
+
+    def test_without_arguments_the_level_is_checked(self):
+        self.write("levels/level1/script.txt", ERROR)
+        done = self.run_check()
+        self.assertTrue(done.stdout.startswith(b"levels/level1/script.txt:3:5: error: "))
+        self.assertEqual(2, done.returncode)
+
+    def test_a_folder_is_searched_for_scripts(self):
+        self.write("games/b/levels/level1/script.txt", ERROR)
+        self.write("games/a/levels/level1/script.txt", WARNING)
+        self.write("games/a/levels/level1/notes.txt", b"no script")
+        lines = self.run_check("games").stdout.decode().splitlines()
+        heads = [line for line in lines if line.startswith("games")]
+        self.assertEqual(2, len(heads))
+        self.assertTrue(heads[0].startswith("games/a/levels/level1/script.txt:1:5: warning: "))
+        self.assertTrue(heads[1].startswith("games/b/levels/level1/script.txt:3:5: error: "))
+
+    def test_a_folder_without_a_script_cannot_be_read(self):
+        os.mkdir(self.path("empty"))
+        self.assertEqual(3, self.status("empty"))
+
+    def test_a_file_may_begin_with_a_hyphen(self):
+        self.write("-x.txt", GOOD)
+        self.assertEqual(0, self.status("--", "-x.txt"))
+
+    # Output ------
+
+    def test_json_is_one_object_a_finding(self):
+        self.write("error.txt", ERROR + b"int \xff\x07b;\r\n")
+        lines = self.run_check("--json", "error.txt").stdout.decode("utf-8").splitlines()
+        findings = [json.loads(line) for line in lines]
+        self.assertGreater(len(findings), 1)
+        for finding in findings:
+            self.assertEqual({"file", "line", "column", "severity", "id", "text"}, set(finding))
+        first = findings[0]
+        self.assertEqual(("error.txt", 3, 5, "error", "unknown-variable"), tuple(
+            first[key] for key in ("file", "line", "column", "severity", "id")))
+
+    def run_on_terminal(self, **environment):
+        self.write("error.txt", ERROR)
+        master, slave = pty.openpty()
+        env = dict(os.environ, TERM="xterm")
+        env.pop("NO_COLOR", None)
+        env.update(environment)
+        subprocess.run([ZELCHECK, "error.txt"], cwd=self.folder.name, stdout=slave, env=env,
+                       timeout=20, check=False)
+        os.close(slave)
+        out = os.read(master, 65536)
+        os.close(master)
+        return out
+
+    def test_a_terminal_gets_colours(self):
+        self.assertIn(b"\x1b[", self.run_on_terminal())
+        self.assertNotIn(b"\x1b[", self.run_on_terminal(NO_COLOR="1"))
+        self.assertNotIn(b"\x1b[", self.run_on_terminal(TERM="dumb"))
+
+    # Files that a script names ------
+
+    def test_fonts_are_looked_for_in_the_games_folder(self):
+        script = b"int main()\r\n{\r\n    changeallfont(\"a.ttf\", 12);\r\n}\r\n"
+        self.write("game/levels/level1/script.txt", script)
+        self.assertIn(b"[missing-file]", self.run_check("game").stdout)
+        self.write("game/A.ttf", b"")
+        self.assertIn(b"called \"A.ttf\"", self.run_check("game").stdout)
+        self.write("game/a.ttf", b"")
+        self.assertEqual(0, self.status("game"))
+
+    # --fix ------
+
+    def test_fix_rewrites_line_ends_only(self):
+        bare = b"// \xff\0\x1b\r\nint main()\n{\n}\n \t// end"
+        self.write("script.txt", bare)
+        self.run_check("--fix", "script.txt")
+        self.assertEqual(b"// \xff\0\x1b\r\nint main()\r\n{\r\n}\r\n \t// end",
+                         self.read("script.txt"))
+
+    def test_fix_makes_a_script_load(self):
+        self.write("script.txt", GOOD.replace(b"\r\n", b"\n"))
+        self.assertEqual(2, self.status("script.txt"))
+        self.assertEqual(0, self.status("--fix", "script.txt"))
+        self.assertEqual(GOOD, self.read("script.txt"))
+        self.assertEqual(0, self.status("script.txt"))
+
+    def test_fix_keeps_permissions_and_links_and_leaves_nothing_behind(self):
+        target = self.write("target.txt", b"int main()\n{\n}\n")
+        os.chmod(target, 0o640)
+        os.symlink("target.txt", self.path("link.txt"))
+        self.run_check("--fix", "link.txt")
+        self.assertTrue(os.path.islink(self.path("link.txt")))
+        self.assertEqual(GOOD, self.read("target.txt"))
+        self.assertEqual(0o640, stat.S_IMODE(os.stat(target).st_mode))
+        self.assertEqual(["link.txt", "target.txt"], sorted(os.listdir(self.folder.name)))
+
+    def test_fix_replaces_the_file_at_once(self):
+        """Who has the old file open goes on reading the old file."""
+        path = self.write("script.txt", b"int main()\n{\n}\n")
+        with open(path, "rb") as old:
+            self.run_check("--fix", "script.txt")
+            self.assertEqual(b"int main()\n{\n}\n", old.read())
+
+    def test_fix_leaves_a_good_file_alone(self):
+        path = self.write("script.txt", GOOD)
+        before = os.stat(path)
+        self.run_check("--fix", "script.txt")
+        self.assertEqual((before.st_ino, before.st_mtime_ns),
+                         (os.stat(path).st_ino, os.stat(path).st_mtime_ns))
+
+
+unittest.main()
