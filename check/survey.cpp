@@ -117,6 +117,7 @@ private:
 
 void Survey::report(const Problem& problem) {
     if (!problem.text.empty()) add(problem.id, problem.position, problem.text);
+    if (problem.id == CheckId::NestedTooDeeply) budget_ = 0;  // there is no end of such problems
 }
 
 bool Survey::useVariable(std::string_view name) {

@@ -101,7 +101,7 @@ class CommandLine(unittest.TestCase):
     # Output ------
 
     def test_json_is_one_object_a_finding(self):
-        self.write("error.txt", ERROR + b"int \xff\x07b;\r\n")
+        self.write("error.txt", ERROR + b"int a\xff\x07\"b;\r\n")
         lines = self.run_check("--json", "error.txt").stdout.decode("utf-8").splitlines()
         findings = [json.loads(line) for line in lines]
         self.assertGreater(len(findings), 1)

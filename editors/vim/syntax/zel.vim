@@ -7,7 +7,7 @@ syntax keyword zelStatement if else for do while return end
 syntax keyword zelType char int
 syntax keyword zelBuiltin getche putch puts print getnum showimage moveimage getimagex getimagey changesizeimage loadimage createtimer addexectfunckey changewindowname fullscreen pausetimer deletetimer getlasttimer getcurrenttimer getcurrentkey changefunckey deletefunckey exitgame getmousex getmousey changeallfont changeallcolorfont createtext deletetext hidetext getlastgametext movegametext getgametextx getgametexty setgametextwh createunit moveunit getunitx getunity getlastcreatedunit
 syntax match zelNumber /\<\d\+\>/
-syntax match zelForeign /[#$&.:?@\[\\\]_`|~]\|!=\@!/
+syntax match zelForeign /[#$&.:?@\[\\\]`|~]\|!=\@!/
 syntax match zelCharacter /'[^\r]'/
 syntax region zelString start=/"/ end=/"/ oneline
 syntax match zelComment /\/\/.*/
