@@ -39,12 +39,30 @@ void Findings::add(CheckId id, size_t position, std::string text, Severity sever
     }
 }
 
+// True if a finding of the one id may be why the engine fails in the way of the other. What values
+// lead to has its cause in them, everything else in the words of the statement.
+static bool mayCause(CheckId cause, CheckId failure) {
+    switch (failure) {
+        case CheckId::EndlessLoop:
+        case CheckId::DivisionByZero:
+        case CheckId::TooManyCalls:
+        case CheckId::NestedTooDeeply:
+        case CheckId::TooManyArguments:
+            return cause == failure;
+        case CheckId::TooManyLocals:
+            return cause == CheckId::DeclarationInLoop;
+        default:
+            return !isHarmless(cause);
+    }
+}
+
 // Of several findings one of the same id explains most, then the one that stands first.
-void Findings::confirm(CheckId id, size_t statement, size_t position, const std::string& text) {
+void Findings::confirm(CheckId id, size_t position, size_t from, size_t to,
+                       const std::string& text) {
     Finding* cause = nullptr;
     for (Finding& known : findings_) {
-        const bool inside = known.position >= statement && known.position <= position;
-        if (!inside || isHarmless(known.id)) continue;
+        const bool inside = known.position >= from && known.position <= to;
+        if (!inside || !mayCause(known.id, id)) continue;
         const bool sameId = known.id == id;
         const bool causeSameId = cause != nullptr && cause->id == id;
         const bool earlier = cause == nullptr || known.position < cause->position;

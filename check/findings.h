@@ -20,9 +20,9 @@ public:
     // Adds a finding, unless there is one of the same id on the same place.
     void add(CheckId id, size_t position, std::string text, Severity severity = Severity::Warning);
 
-    // The engine certainly fails within a statement, from its start up to the position at which it
-    // gives up: the finding there that explains it becomes an error. Without one, `text` is added.
-    void confirm(CheckId id, size_t statement, size_t position, const std::string& text);
+    // The engine certainly fails at the position, or because of something from..to around it: the
+    // finding there that explains it becomes an error. Without one, `text` is added.
+    void confirm(CheckId id, size_t position, size_t from, size_t to, const std::string& text);
 
     // True if something that may stop the engine, or lead it astray, was found from..to.
     bool anyTrap(size_t from, size_t to) const;

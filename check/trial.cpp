@@ -487,7 +487,7 @@ void Trial::confirm(const Problem& problem) {
     } else {
         // What a word has swallowed is found inside the word.
         const size_t end = std::max({problem.position, token_.start, token_.next - 1});
-        findings_.confirm(problem.id, statement_, end, text);
+        findings_.confirm(problem.id, problem.position, statement_, end, text);
     }
 }
 
