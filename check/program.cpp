@@ -78,9 +78,9 @@ private:
     }
 
     void checkName(const Lexeme& token) {
-        if (token.text.size() < kNameCapacity) return;
+        if (token.text.size() <= kMaxNameLength) return;
         fail(CheckId::NameTooLong, token.start,
-             "a name has at most " + std::to_string(kNameCapacity - 1) +
+             "a name has at most " + std::to_string(kMaxNameLength) +
                  " characters; the engine aborts here");
     }
 

@@ -301,9 +301,9 @@ void Survey::noteArgument(const BuiltinSignature& builtin, char kind) {
 // Declarations ----------------------------------------------------------------------------------
 
 void Survey::declare(const Lexeme& name, bool isParameter) {
-    if (name.text.size() >= kNameCapacity) {
+    if (name.text.size() > kMaxNameLength) {
         add(CheckId::NameTooLong, name.start,
-            "a name has at most " + std::to_string(kNameCapacity - 1) +
+            "a name has at most " + std::to_string(kMaxNameLength) +
                 " characters; the engine aborts here");
     }
     if (!name.isIdentifier()) {

@@ -117,7 +117,7 @@ void Trial::pushLocal(std::string_view name, Value value) {
 }
 
 void Trial::checkName(const Lexeme& name) const {
-    if (name.text.size() < kNameCapacity) return;
+    if (name.text.size() <= kMaxNameLength) return;
     fail(CheckId::NameTooLong, name.start, "this name is too long");
 }
 

@@ -63,6 +63,7 @@ inline constexpr char kEndOfWord[] = " !;,+-<>'/*%^=()\t\r";
 inline constexpr char kDelimiters[] = "+-*^/%=;(),'";
 
 constexpr size_t kTokenCapacity = 80;  // bytes of a token's text, the terminating zero included
+constexpr size_t kMaxNameLength = 30;  // characters of what a declaration may take for a name
 
 struct Token {
     const char* end = nullptr;  // the position behind the token; of a faulty one, the fault's place

@@ -107,7 +107,6 @@ inline bool tokenIsEmpty() {
 
 // The name that the current token, whatever its kind, gives to what is being declared. One longer
 // than 30 characters is fatal: prints "Name is too long: " and the name, and aborts the process.
-constexpr uint8_t kMaxNameLength = 30;
 Name* checkDeclaredName();
 inline Name* declaredName() {
     const bool isGood = gToken->name != nullptr && gToken->length <= kMaxNameLength;
