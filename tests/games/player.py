@@ -28,7 +28,9 @@ GAMES = Path(__file__).resolve().parents[2] / "games"
 WIDTH, HEIGHT = 640, 480
 
 # What the engine says when a script or a game folder has a mistake.
-COMPLAINTS = ("Error buffer long jump", "() not found!", "Cant load", "Can't load", "Unable to load")
+COMPLAINTS = (
+    "Error buffer long jump", "() not found!", "Cant load", "Can't load", "Unable to load"
+)
 
 
 class Picture:
@@ -46,6 +48,7 @@ class Picture:
         """How many pixels of a rectangle have exactly this colour."""
         wanted = bytes(colour)
         rows = (self.part(x, row, width) for row in range(y, y + height))
+        rows = (row for row in rows if wanted in row)  # most have none: a quick look saves much
         return sum(row[i : i + 3] == wanted for row in rows for i in range(0, len(row), 3))
 
     def area(self, x, y, width, height):
@@ -60,9 +63,6 @@ class Picture:
 
 class Player:
     """A display with a window manager and one game on it. Use it with "with"."""
-
-    # Without -noreset the display throws out all that is starting when its only client leaves.
-    DISPLAY_OPTIONS = ["-nolisten", "tcp", "-noreset"]
 
     def __init__(self, engine, game, screen="800x600"):
         self.command = [str(Path(engine).resolve())]
@@ -98,9 +98,11 @@ class Player:
         return process
 
     def open_display(self):
-        """Starts a display; it picks a free number and tells it once it can be connected to."""
+        """Starts a display; it picks a free number and tells it once it can be connected to.
+        Without -noreset it would start afresh whenever its only client leaves, and throw out a
+        client that is just coming in."""
         command = ["Xvfb", "-displayfd", "1", "-screen", "0", f"{self.screen}x24"]
-        display = self.start([*command, *self.DISPLAY_OPTIONS], stdout=subprocess.PIPE)
+        display = self.start([*command, "-nolisten", "tcp", "-noreset"], stdout=subprocess.PIPE)
         number = display.stdout.readline().decode().strip()
         if not number:
             raise RuntimeError("the virtual display did not start")
@@ -108,13 +110,13 @@ class Player:
         self.environment.update({"SDL_AUDIODRIVER": "dummy", "ZEL_TICKS": "main"})
 
     def open_desktop(self):
-        """Starts the window manager and waits until it manages. It announces itself earlier than
-        that, and a window shown in between is lost: only its start command tells."""
-        mark = "xprop -root -f PLAYER_DESKTOP 8s -set PLAYER_DESKTOP ready"
-        command = ["openbox", "--sm-disable", "--startup", mark]
+        """Starts the window manager and waits until it manages: a window that opens while it is
+        still setting itself up can be overlooked for ever. Its own start-up command tells."""
+        tell = "xprop -root -format READY_TO_PLAY 8s -set READY_TO_PLAY yes"
+        command = ["openbox", "--sm-disable", "--startup", tell]
         self.start(command, env=self.environment, stdout=subprocess.DEVNULL)
-        check = ["xprop", "-root", "PLAYER_DESKTOP"]
-        until(lambda: b"ready" in self.run(*check), 10, "the window manager")
+        check = ["xprop", "-root", "READY_TO_PLAY"]
+        until(lambda: b"yes" in self.run(*check), 20, "the window manager")
 
     def start_game(self):
         """Starts the game, keeps its output and waits for its window to be where it stays."""
@@ -157,7 +159,7 @@ class Player:
         return before == (self.left, self.top)
 
     def find_corner(self):
-        """Notes where on the screen the window's pixel 0, 0 is, and returns its width and height."""
+        """Notes where on the screen the window's pixel 0, 0 is; returns its width and height."""
         answer = self.run("xwininfo", "-id", self.window).decode()
         values = dict(re.findall(r"^ *([\w -]+): +(-?\d+)$", answer, re.MULTILINE))
         self.left = int(values["Absolute upper-left X"])
@@ -243,7 +245,7 @@ class Player:
         """Presses and releases keys, one after the other, each for as long as a quick finger does:
         the engine fires what is held when it reads the event, so a key must outlast a frame."""
         for key in keys:
-            self.xdotool("keydown", key, "sleep", "0.1", "keyup", key)
+            self.xdotool("keydown", key, "sleep", "0.25", "keyup", key)
 
     def hold(self, key):
         """Presses a key and keeps it down."""
