@@ -87,9 +87,9 @@ def keys(game):
     game.press("space")
     game.see(lambda picture: picture.area(*CLOCK) != stopped, 3, "the clock to run again")
     game.press("f")
-    player.until(lambda: is_full_screen(game), 5, "full screen")
+    player.until(lambda: is_full_screen(game), 10, "full screen")
     game.press("Escape")
-    player.until(lambda: not is_full_screen(game), 5, "the window again")
+    player.until(lambda: not is_full_screen(game), 10, "the window again")
     game.press("q")
     assert game.game.wait(5) == 0
 
