@@ -9,7 +9,7 @@ const BuiltinSignature gBuiltinSignatures[] = {
     {#name, arguments, argumentNames, endsStatement},
     ZEL_BUILTINS(ZEL_ROW)
 #undef ZEL_ROW
-    {"", "", "", false},
+        {"", "", "", false},
 };
 
 using BuiltinIndex = std::unordered_map<std::string_view, const BuiltinSignature*>;

@@ -78,10 +78,10 @@ static CheckResult checkMended(const Source& broken, const Finding& stuck, bool 
     const size_t line = std::min(place.line, result.source.lineStarts.size()) - 1;
     const size_t position = result.source.lineStarts[line] + place.column - 1;
     const size_t count = countBadLineEnds(broken.bytes);
-    findings.add(CheckId::LineEnd, std::min(position, result.source.text.size()),
-                 stuck.text + " (" + std::to_string(count) +
-                     (count == 1 ? " such line)" : " such lines)"),
-                 Severity::Error);
+    findings.add(
+        CheckId::LineEnd, std::min(position, result.source.text.size()),
+        stuck.text + " (" + std::to_string(count) + (count == 1 ? " such line)" : " such lines)"),
+        Severity::Error);
     result.findings = findings.sorted();
     return result;
 }

@@ -82,9 +82,8 @@ bool Findings::anyTrap(size_t from, size_t to) const {
 }
 
 static std::vector<Finding> inTextOrder(std::vector<Finding> findings) {
-    std::stable_sort(
-        findings.begin(), findings.end(),
-        [](const Finding& a, const Finding& b) { return a.position < b.position; });
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.position < b.position; });
     return findings;
 }
 

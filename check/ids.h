@@ -89,7 +89,7 @@ enum class CheckId {
 #define ZEL_ROW(name, ...) name,
     ZEL_CHECK_IDS(ZEL_ROW)
 #undef ZEL_ROW
-    Count
+        Count
 };
 
 enum class Severity { Warning, Error };

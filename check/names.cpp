@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+std::string quoted(std::string_view name) {
+    return "\"" + std::string(name) + "\"";
+}
+
 size_t editDistance(std::string_view a, std::string_view b) {
     std::vector<std::vector<size_t>> rows(a.size() + 1, std::vector<size_t>(b.size() + 1));
     for (size_t i = 0; i <= a.size(); i++) {
@@ -35,5 +39,5 @@ std::string didYouMean(std::string_view word, const std::vector<std::string_view
         nearest = distance;
         best = candidate;
     }
-    return best.empty() ? "" : ", did you mean \"" + std::string(best) + "\"?";
+    return best.empty() ? "" : ", did you mean " + quoted(best) + "?";
 }

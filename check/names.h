@@ -1,9 +1,12 @@
-// Words that look alike: "did you mean".
+// Names in messages, and words that look alike: "did you mean".
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
+
+// The name in quotes.
+std::string quoted(std::string_view name);
 
 // How many single changes make one word of the other; two neighbours swapped count as one.
 size_t editDistance(std::string_view a, std::string_view b);

@@ -14,10 +14,6 @@ int32_t Program::findGlobal(std::string_view name) const {
     return found == globalIndex.end() ? -1 : static_cast<int32_t>(found->second);
 }
 
-static bool isType(const Lexeme& token) {
-    return token.keyword == KeywordCode::Char || token.keyword == KeywordCode::Int;
-}
-
 // The engine's pre-scan, step by step (script/program.cpp).
 class Loader {
 public:
@@ -27,7 +23,7 @@ public:
         do {
             const size_t before = position_;
             read();
-            if (isType(token_)) {
+            if (token_.isType()) {
                 endIgnored();
                 declareFunctionOrGlobal(before);
             } else if (token_.is('{')) {
@@ -155,7 +151,7 @@ private:
     // The names in the parameter list, as far as it can be read.
     void readParameters(CheckedFunction& function) {
         Lexeme token = program_.scanner.read(function.location);
-        while (isType(token)) {
+        while (token.isType()) {
             token = program_.scanner.read(token.next);
             function.parameters.push_back(token.text);
             token = program_.scanner.read(token.next);
@@ -181,7 +177,8 @@ private:
 
     void noteWord(CheckedFunction* function) {
         if (token_.keyword == KeywordCode::End) program_.usesEnd = true;
-        if (token_.keyword == KeywordCode::Return && function != nullptr) function->hasReturn = true;
+        if (token_.keyword == KeywordCode::Return && function != nullptr)
+            function->hasReturn = true;
     }
 
     void reportOpen(const std::vector<size_t>& open) {

@@ -28,7 +28,7 @@ struct OutOfBudget {};
 struct BuiltinCall {
     const BuiltinSignature& builtin;
     Lexeme name;
-    std::vector<Value> values;  // of each argument; unknown for a text
+    std::vector<Value> values;   // of each argument; unknown for a text
     std::vector<Lexeme> tokens;  // of each argument; empty for a value
 };
 

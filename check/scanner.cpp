@@ -83,8 +83,9 @@ void Scanner::readString(Lexeme& token) const {
 
 // The texts of the relational operators: the code, once for each byte of the source.
 static const char kRelationTexts[][3] = {
-    {kLess, 0, 0},    {kLessOrEqual, kLessOrEqual, 0},       {kGreater, 0, 0},
-    {kGreaterOrEqual, kGreaterOrEqual, 0}, {kEqual, kEqual, 0}, {kNotEqual, kNotEqual, 0},
+    {kLess, 0, 0},       {kLessOrEqual, kLessOrEqual, 0},
+    {kGreater, 0, 0},    {kGreaterOrEqual, kGreaterOrEqual, 0},
+    {kEqual, kEqual, 0}, {kNotEqual, kNotEqual, 0},
 };
 
 static char relationAt(char first, bool orEqual) {

@@ -22,16 +22,13 @@ struct Lexeme {
     bool afterComment = false;  // a comment was skipped before it
     bool afterLineEnd = false;  // a line end was skipped before it
 
-    bool is(char c) const {
-        return kind != TokenKind::String && text.size() == 1 && text[0] == c;
-    }
+    bool is(char c) const { return kind != TokenKind::String && text.size() == 1 && text[0] == c; }
     bool isFinished() const { return keyword == KeywordCode::Finished; }
     bool isEmpty() const { return text.empty(); }
+    bool isType() const { return keyword == KeywordCode::Char || keyword == KeywordCode::Int; }
     bool isIdentifier() const { return kind == TokenKind::Identifier; }
     // An empty token that is neither the end of the text nor an empty string.
-    bool isNothing() const {
-        return text.empty() && kind == TokenKind::Delimiter && !isFinished();
-    }
+    bool isNothing() const { return text.empty() && kind == TokenKind::Delimiter && !isFinished(); }
     bool isRelation() const {
         return kind == TokenKind::Delimiter && !text.empty() && text[0] > 0 && text[0] <= kNotEqual;
     }
@@ -49,9 +46,7 @@ public:
     Lexeme readReal(size_t position) const;
 
     // The byte there; zero at and behind the end.
-    char byteAt(size_t position) const {
-        return position < text_.size() ? text_[position] : '\0';
-    }
+    char byteAt(size_t position) const { return position < text_.size() ? text_[position] : '\0'; }
     size_t size() const { return text_.size(); }
     std::string_view source(const Lexeme& token) const {
         return std::string_view(text_).substr(token.start, token.next - token.start);

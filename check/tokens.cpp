@@ -39,8 +39,9 @@ void reportStuck(const Scanner& scanner, size_t position, Findings& findings) {
     const std::string never = "the load never ends here: ";
     if (c == '\n') {
         findings.add(CheckId::LineEnd, position,
-                     never + "this line ends in a bare line feed; save the script with CR LF line "
-                             "ends, or run zelcheck --fix",
+                     never +
+                         "this line ends in a bare line feed; save the script with CR LF line "
+                         "ends, or run zelcheck --fix",
                      Severity::Error);
     } else if (isOneOf(c, kForeignOperators)) {
         findings.add(CheckId::NoSuchOperator, position, never + adviceFor(c), Severity::Error);

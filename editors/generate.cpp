@@ -33,7 +33,8 @@ static std::string foreignCharacters() {
     std::string foreign;
     for (int c = '!'; c <= '~'; c++) {
         const char character = static_cast<char>(c);
-        if (std::ispunct(c) != 0 && known.find(character) == std::string::npos) foreign += character;
+        if (std::ispunct(c) != 0 && known.find(character) == std::string::npos)
+            foreign += character;
     }
     return foreign;
 }
@@ -97,7 +98,8 @@ static std::string textMateGrammar() {
            "  \"name\": \"Zel level script\",\n"
            "  \"scopeName\": \"source.zel\",\n"
            "  \"patterns\": [\n"
-           "    { \"name\": \"comment.block.zel\", \"begin\": \"/\\\\*\", \"end\": \"\\\\*/\" },\n" +
+           "    { \"name\": \"comment.block.zel\", \"begin\": \"/\\\\*\", \"end\": \"\\\\*/\" "
+           "},\n" +
            textMateRule("comment.line", "//.*$") + ",\n" +
            textMateRule("string.quoted.double", "\"[^\"]*\"") + ",\n" +
            textMateRule("constant.character", "'.'") + ",\n" +

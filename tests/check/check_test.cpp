@@ -70,11 +70,13 @@ static void expectSameTokens(std::string text) {
 }
 
 TEST(Scanner, ReadsWhatTheLexerReads) {
-    static const char* const kPieces[] = {
-        " ",  "\t",     "\r\n", "\r",   "\n", "/*",   "*/",   "//",    "/",  "\"", "'",  "{",  "}",
-        "(",  ")",      ";",    ",",    "=",  "==",   "!=",   "!",     "<",  "<=", ">",  ">=", "+",
-        "-",  "*",      "%",    "^",    "&",  "_",    ".",    "if",    "Do", "x",  "Ab", "12", "9{",
-        "$",  "return", "\xff", "\x01", "5}", "else", "int ", "main(", "//\n", "/**/"};
+    static const char* const kPieces[] = {" ",    "\t", "\r\n", "\r",   "\n",    "/*",     "*/",
+                                          "//",   "/",  "\"",   "'",    "{",     "}",      "(",
+                                          ")",    ";",  ",",    "=",    "==",    "!=",     "!",
+                                          "<",    "<=", ">",    ">=",   "+",     "-",      "*",
+                                          "%",    "^",  "&",    "_",    ".",     "if",     "Do",
+                                          "x",    "Ab", "12",   "9{",   "$",     "return", "\xff",
+                                          "\x01", "5}", "else", "int ", "main(", "//\n",   "/**/"};
     std::mt19937 random(1);
     for (int i = 0; i < 3000; i++) {
         std::string text;
@@ -83,7 +85,8 @@ TEST(Scanner, ReadsWhatTheLexerReads) {
         expectSameTokens(text);
         if (HasFatalFailure()) return;
     }
-    expectSameTokens(std::string(79, 'a') + " " + std::string(80, 'a') + " " + std::string(80, '1'));
+    expectSameTokens(std::string(79, 'a') + " " + std::string(80, 'a') + " " +
+                     std::string(80, '1'));
     expectSameTokens("\"" + std::string(79, 'a') + "\" \"" + std::string(80, 'a') + "\"");
 }
 
@@ -207,16 +210,18 @@ TEST(Certainty, OnlyWarnsOfWhatItMayNotReach) {
 }
 
 TEST(Certainty, GoesOnBehindBranchesThatOnlyChangeVariables) {
-    EXPECT_TRUE(hasError(check("int main() { int i; if (getche()) { i = 1; } else { i = 2; } x = i; }")));
+    EXPECT_TRUE(
+        hasError(check("int main() { int i; if (getche()) { i = 1; } else { i = 2; } x = i; }")));
     EXPECT_FALSE(hasError(check("int main() { int i; if (getche()) { i = 1; } i = 1 / i; }")));
-    EXPECT_TRUE(hasError(check("int main() { int i; while (getche() > i) { i = i + 1; } x = i; }")));
+    EXPECT_TRUE(
+        hasError(check("int main() { int i; while (getche() > i) { i = i + 1; } x = i; }")));
 }
 
 TEST(Certainty, FindsLoopsThatNothingEnds) {
-    EXPECT_TRUE(has(check("int i; int main() { while (i < 3) { print(i); } }"),
-                    CheckId::EndlessLoop));
-    EXPECT_FALSE(has(check("int i; int main() { while (i < 3) { i = i + 1; } }"),
-                     CheckId::EndlessLoop));
+    EXPECT_TRUE(
+        has(check("int i; int main() { while (i < 3) { print(i); } }"), CheckId::EndlessLoop));
+    EXPECT_FALSE(
+        has(check("int i; int main() { while (i < 3) { i = i + 1; } }"), CheckId::EndlessLoop));
     EXPECT_FALSE(has(check("int main() { while (1) { if (getche() < 0) { end; } } }"),
                      CheckId::EndlessLoop));
     EXPECT_FALSE(has(check("int g; int f() { while (g) { g = 0; } }\n"
@@ -263,7 +268,8 @@ TEST(Hostile, RandomBytesAreChecked) {
     for (int i = 0; i < 2000; i++) {
         std::string bytes(random() % 300, '\0');
         for (char& c : bytes)
-            c = static_cast<char>(i % 2 == 0 ? random() : " (){};,=+-*/%'\"<>!\r\nabif01"[random() % 27]);
+            c = static_cast<char>(i % 2 == 0 ? random()
+                                             : " (){};,=+-*/%'\"<>!\r\nabif01"[random() % 27]);
         checkScript("script.txt", bytes, false);
         checkScript("script.txt", "int main() {" + bytes + "}", false);
     }
@@ -283,7 +289,8 @@ TEST(Hostile, DeepTextsAreChecked) {
           "main(", "moveimage(1,", "-(", "if(getche()){", "return ", "int ", "//\r\n", "/**/"}) {
         const int count = 9900 / static_cast<int>(std::string(piece).size());
         checkScript("script.txt", "int a; int main() { " + repeated(piece, count), false);
-        checkScript("script.txt", "int a; int main() { " + repeated(piece, count / 2) + " }", false);
+        checkScript("script.txt", "int a; int main() { " + repeated(piece, count / 2) + " }",
+                    false);
         checkScript("script.txt", repeated(piece, count), false);
     }
     const std::string deep = repeated("(", 4900) + "1" + repeated(")", 4900);
