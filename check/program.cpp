@@ -201,6 +201,7 @@ private:
             inFunction_ = false;
         } else if (!inFunction_ && !token_.isEmpty() && !ignoring_) {
             ignoring_ = true;
+            if (findings_.anyTrap(token_.start, token_.next)) return;  // it was no comment
             findings_.add(CheckId::IgnoredText, token_.start,
                           "the engine passes over this text: functions and variables begin with "
                           "int or char");

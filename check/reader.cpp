@@ -252,6 +252,7 @@ Value Reader::readAtom() {
     } else if (token_.is('\'')) {
         value = readCharacter();
     } else if (token_.is(')')) {
+        if (isOperator(previous_)) noteMissingOperand();
         return value;
     } else {
         failAtom();
@@ -359,4 +360,43 @@ void Reader::requireDeclarationEnd() {
              "a declaration gives no value: assign it in a statement of its own");
     }
     requireSemicolon();
+}
+
+// Going on after a problem ------------------------------------------------------------------------
+
+static bool beginsStatement(const Lexeme& token) {
+    return token.kind == TokenKind::Keyword || token.kind == TokenKind::Block;
+}
+
+void Reader::resumeBehindStatement(const Problem& problem, size_t start) {
+    const bool atNext = problem.id == CheckId::MissingSemicolon || beginsStatement(token_);
+    if (atNext && token_.start > start) {
+        position_ = token_.start;
+        return;
+    }
+    Lexeme token = token_;
+    while (!token.is(';') && !token.isFinished()) {
+        token = scanner_.readReal(token.next);
+        if (beginsStatement(token)) {
+            position_ = token.start;
+            return;
+        }
+    }
+    position_ = token.next;
+}
+
+// Behind the parentheses that follow a keyword, or the keyword alone.
+void Reader::resumeBehindHead(size_t start) {
+    Lexeme token = scanner_.readReal(scanner_.read(start).next);
+    position_ = token.start;
+    int depth = 0;
+    while (!token.isFinished() && !token.is('{') && !token.is('}')) {
+        if (token.is('(')) depth++;
+        if (token.is(')') && --depth <= 0) {
+            position_ = token.next;
+            return;
+        }
+        token = scanner_.readReal(token.next);
+    }
+    position_ = token.start;
 }

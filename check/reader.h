@@ -50,6 +50,7 @@ protected:
     // Called for what the engine takes without an error, but hardly as it is meant.
     virtual void noteGap(const Lexeme&) {}
     virtual void noteOpenCall(const Lexeme&) {}
+    virtual void noteMissingOperand() {}
     virtual void noteSeparator(const BuiltinSignature&) {}
     virtual void noteArgument(const BuiltinSignature&, char) {}
 
@@ -71,6 +72,11 @@ protected:
     // Requires the current token to be ";", also behind the names of a declaration.
     void requireSemicolon();
     void requireDeclarationEnd();
+
+    // Go on after a problem: behind the statement that begins at `start`; behind the parentheses
+    // that follow the keyword there.
+    void resumeBehindStatement(const Problem& problem, size_t start);
+    void resumeBehindHead(size_t start);
 
     // Words for what stands at the current token.
     std::string shownToken() const;

@@ -147,7 +147,7 @@ Value Survey::callBuiltin(const BuiltinCall& call) {
         const Lexeme& token = call.tokens[i];
         const Value value = call.values[i];
         if (kind == 'f') checkCallback(token);
-        if (kind == 'p' || kind == 'a')
+        if ((kind == 'p' || kind == 'a') && token.kind == TokenKind::String)
             files.push_back({kind, std::string(token.text), token.start});
         if (kind == 'k' && value.known && (value.number < 0 || value.number >= kKeyCodes)) {
             add(CheckId::KeyCode, call.name.start,
@@ -173,6 +173,19 @@ void Survey::noteGap(const Lexeme& gap) {
 
 void Survey::noteOpenCall(const Lexeme&) {
     failUnexpected(')');
+}
+
+// An operand that is missing before a ")" counts as 0 without a word.
+void Survey::noteMissingOperand() {
+    const char sign = scanner_.byteAt(previous_.start);
+    const bool doubled = previous_.start > 0 && scanner_.byteAt(previous_.start - 1) == sign;
+    if (doubled && (sign == '+' || sign == '-')) {
+        const std::string name(2, sign);
+        add(CheckId::NoSuchOperator, previous_.start - 1,
+            "there is no " + name + ": write x = x " + std::string(1, sign) + " 1");
+    } else {
+        add(CheckId::EmptyExpression, token_.start, "a value expected before )");
+    }
 }
 
 void Survey::noteSeparator(const BuiltinSignature& builtin) {

@@ -54,6 +54,7 @@ private:
     Value callBuiltin(const BuiltinCall& call) override;
     void noteGap(const Lexeme& gap) override;
     void noteOpenCall(const Lexeme& token) override;
+    void noteMissingOperand() override;
     void noteSeparator(const BuiltinSignature& builtin) override;
     void noteArgument(const BuiltinSignature& builtin, char kind) override;
 
@@ -88,8 +89,6 @@ private:
     void readOther();
     Value readHead();
 
-    void resumeBehindStatement(const Problem& problem, size_t start);
-    void resumeBehindHead(size_t start);
     void reportUnused();
 
     Findings& findings_;

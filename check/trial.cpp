@@ -155,6 +155,8 @@ bool Trial::tryFunction(const CheckedFunction& function) {
         enterAt(function);
     } catch (const Problem& problem) {
         confirm(problem);
+    } catch (const GivenUp&) {
+        return true;
     } catch (const Uncertain&) {
         return false;
     } catch (const OutOfBudget&) {

@@ -32,6 +32,14 @@ void Trial::forget(const Lexeme& token) {
     if (variable != nullptr) *variable = {};
 }
 
+// A statement that failed, up to the position: what it would have assigned.
+void Trial::forgetFrom(size_t start) {
+    for (Lexeme lexeme = scanner_.readReal(start); lexeme.start < position_ && !lexeme.isFinished();
+         lexeme = scanner_.readReal(lexeme.next)) {
+        if (lexeme.kind != TokenKind::Keyword) forget(lexeme);
+    }
+}
+
 // Skips a block whose statements can only change variables, or fail.
 void Trial::skipHarmlessBlock() {
     read();

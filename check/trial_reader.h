@@ -13,6 +13,9 @@
 // Thrown where nothing more is certain: an unknown condition, or `end`.
 struct Uncertain {};
 
+// Thrown when a problem was confirmed and the engine's way on is not known: it leaves the function.
+struct GivenUp {};
+
 class Trial : public Reader {
 public:
     Trial(const Program& program, Findings& findings)
@@ -48,6 +51,7 @@ private:
     void interpretBlock();
     void runBlock();
     bool runKeyword();
+    void runSimple();
     void runDeclaration();
     void runIf();
     void runWhile();
@@ -62,6 +66,7 @@ private:
     void skipHarmlessBlock();
     void forget(const Lexeme& token);
     void forgetGlobals();
+    void forgetFrom(size_t start);
     void watchLoop(size_t start);
     size_t stateHash() const;
 
@@ -84,4 +89,5 @@ private:
     size_t statement_ = 0;        // start of the statement being run
     bool wholeStatement_ = true;  // every active call is the first thing in its statement
     bool inMain_ = true;
+    int failures_ = 0;  // problems behind which the trial went on
 };

@@ -114,10 +114,6 @@ void Trial::runFor() {
 // False for `return`, which ends the block.
 bool Trial::runKeyword() {
     switch (token_.keyword) {
-        case KeywordCode::Char:
-        case KeywordCode::Int:
-            runDeclaration();
-            return true;
         case KeywordCode::If:
             runIf();
             return true;
@@ -144,6 +140,37 @@ bool Trial::runKeyword() {
     }
 }
 
+// After these nothing is known of the way on.
+static bool endsEverything(CheckId id) {
+    return id == CheckId::EndlessLoop || id == CheckId::TooManyLocals ||
+           id == CheckId::TooManyCalls || id == CheckId::NestedTooDeeply ||
+           id == CheckId::NameTooLong || id == CheckId::OpenBrace;
+}
+
+// An expression or a declaration. The engine gives up at the first problem; here the statements
+// behind it are still looked at, as they are run once this one is mended.
+void Trial::runSimple() {
+    const size_t start = token_.start;
+    const size_t calls = frames_.size();
+    const int32_t depth = depth_;
+    try {
+        if (token_.isType()) return runDeclaration();
+        putBack();
+        expression();
+        requireSemicolon();
+    } catch (const Problem& problem) {
+        constexpr int kMostFailures = 50;
+        confirm(problem);
+        const bool inCallee = statement_ != start || frames_.size() != calls;
+        if (trap_ || inCallee || endsEverything(problem.id) || ++failures_ > kMostFailures) {
+            throw GivenUp();
+        }
+        depth_ = depth;
+        resumeBehindStatement(problem, start);
+        forgetFrom(start);
+    }
+}
+
 void Trial::runBlock() {
     bool inBlock = false;
     do {
@@ -153,10 +180,8 @@ void Trial::runBlock() {
             fail(CheckId::BadCharacter, position_, "the engine never gets past this character");
         }
         statement_ = token_.start;
-        if (token_.isIdentifier()) {
-            putBack();
-            expression();
-            requireSemicolon();
+        if (token_.isIdentifier() || token_.isType()) {
+            runSimple();
         } else if (token_.is('{')) {
             inBlock = true;
         } else if (token_.is('}') || !runKeyword()) {
