@@ -106,12 +106,18 @@ void Trial::addCallback(const Lexeme& name) {
     }
 }
 
-// What takes call-backs away may take any: none is certain then.
+// A built-in that takes call-backs away may take any: none is certain then. After the end of the
+// game there are none at all.
+void Trial::noteTaken(std::string_view builtin) {
+    const bool takesAway = builtin == "deletetimer" || builtin == "pausetimer" ||
+                           builtin == "deletefunckey" || builtin == "changefunckey";
+    if (takesAway && inMain_) callbacks_.clear();
+    if (builtin == "exitgame") mayCallBack_ = mayCallBack_ && !inMain_;
+}
+
 Value Trial::callBuiltin(const BuiltinCall& call) {
     const std::string_view name = call.builtin.name;
-    const bool takesAway = name == "deletetimer" || name == "pausetimer" ||
-                           name == "deletefunckey" || name == "changefunckey";
-    if (takesAway && inMain_) callbacks_.clear();
+    noteTaken(name);
     const bool never = name == "createtimer" && call.values[1].known && call.values[1].number < 0;
     if ((name == "createtimer" && !never) || name == "addexectfunckey") {
         addCallback(call.tokens.back());
@@ -181,7 +187,7 @@ void Trial::run() {
     const CheckedFunction* main = program_.findFunction("main");
     if (main == nullptr) return;
     budget_ = kMainBudget;
-    if (!tryFunction(*main)) return;
+    if (!tryFunction(*main) || !mayCallBack_) return;
     budget_ = kCallbackBudget;
     tryCallbacks();
 }

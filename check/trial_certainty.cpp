@@ -17,16 +17,12 @@ void Trial::forget(const Lexeme& token) {
         throw Uncertain();
     }
     if (!token.isIdentifier()) return;
-    const BuiltinSignature* builtin = findBuiltinSignature(token.text);
-    if (builtin != nullptr && builtin->name.find("timer") != std::string_view::npos) {
-        callbacks_.clear();
-    }
-    if (builtin != nullptr && builtin->name.find("funckey") != std::string_view::npos) {
-        callbacks_.clear();
-    }
-    if (builtin == nullptr && program_.findFunction(token.text) != nullptr) {
+    if (findBuiltinSignature(token.text) != nullptr) {
+        noteTaken(token.text);
+    } else if (program_.findFunction(token.text) != nullptr) {
         if (program_.usesEnd) throw Uncertain();
         forgetGlobals();
+        if (inMain_) callbacks_.clear();
     }
     Value* variable = findVariable(token.text);
     if (variable != nullptr) *variable = {};

@@ -75,6 +75,7 @@ private:
     bool tryFunction(const CheckedFunction& function);
     void confirm(const Problem& problem);
     void tryCallbacks();
+    void noteTaken(std::string_view builtin);
     void addCallback(const Lexeme& name);
 
     Findings& findings_;
@@ -89,5 +90,6 @@ private:
     size_t statement_ = 0;        // start of the statement being run
     bool wholeStatement_ = true;  // every active call is the first thing in its statement
     bool inMain_ = true;
-    int failures_ = 0;  // problems behind which the trial went on
+    bool mayCallBack_ = true;  // main does not end the game
+    int failures_ = 0;         // problems behind which the trial went on
 };
