@@ -14,7 +14,9 @@ int place() { moveunit(1, 110, 110); print("placed"); }
 int there;
 int watch()
 {
-    if (there == 0) { if (getmousex() == 320) { if (getmousey() == 240) { there = 1; print("there"); } } }
+    if (there == 0) {
+        if (getmousex() == 320) { if (getmousey() == 240) { there = 1; print("there"); } }
+    }
 }
 int main()
 {

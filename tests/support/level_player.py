@@ -7,9 +7,10 @@
     if __name__ == "__main__":
         level_player.main(SCRIPT, held_key_fires_again)     # run as: FILE ENGINE
 
-What the hands, eyes and ears of a player can do stands in tests/games/player.py. Here the keyboard
-does not repeat by itself, and the level has three pictures besides its script: red.bmp and
-green.bmp of 50 by 50 pixels, and a blue unit. The selection frame is magenta.
+What the hands, eyes and ears of a player can do stands in tests/games/player.py. Here a held key
+does not repeat by itself: every event is one that the test made. The level has three pictures
+besides its script: red.bmp and green.bmp of 50 by 50 pixels, and a blue unit. The selection frame
+is magenta.
 """
 
 import struct
@@ -54,13 +55,15 @@ def write_level(folder, script):
 class LevelPlayer(player.Player):
     """A player of one script, in a folder that lives as long as the player."""
 
+    DISPLAY_OPTIONS = [*player.Player.DISPLAY_OPTIONS, "-r"]
+
     def __init__(self, engine, script, ticks="main", screen="800x600"):
         self.scratch = tempfile.TemporaryDirectory()
         super().__init__(engine, write_level(self.scratch.name, script), screen)
         self.ticks = ticks
 
     def open_display(self):
-        """As for games, but a held key does not repeat: every event is one that the test made."""
+        """As for games, with the ticks as the test wants them."""
         super().open_display()
         self.environment["ZEL_TICKS"] = self.ticks
 
