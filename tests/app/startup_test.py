@@ -17,8 +17,8 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 from level_player import write_level  # noqa: E402
 
-# Ends may take their time: without a screen nothing holds the frames back, and the renderer finishes
-# all that are waiting.
+# Ends may take their time: without a screen nothing holds the frames back, and the renderer ends
+# those that wait.
 ENGINE = str(Path(sys.argv.pop()).resolve())
 ENDS = "int main() { puts(\"up\"); end; }"
 FAILED = rb"\nFailed to initialize!"

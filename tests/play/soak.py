@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 """A busy level for a long time: no crash, no error report, level memory; the frame rate is told.
 
-    soak.py ENGINE                          60 seconds with the ticks on the main thread, as in ctest
-    soak.py ENGINE --seconds 3600           the same by hand for an hour
-    soak.py ENGINE --ticks ""               the ticks on a thread of their own: what happens is told,
-                                            a crash is no failure of this program
-    soak.py ENGINE --level texts            100 texts and nothing else
+    soak.py ENGINE                  60 seconds with the ticks on the main thread, as in ctest
+    soak.py ENGINE --seconds 3600   the same by hand for an hour
+    soak.py ENGINE --ticks ""       the ticks on a thread of their own: what happens is told, and
+                                    a crash is no failure of this program
+    soak.py ENGINE --level texts    100 texts and nothing else
 """
 
 import argparse
@@ -26,8 +26,9 @@ int roll(int n) {
     if (seed < 0) { seed = seed + 2147483647 + 1; }
     return (seed / 65536) % n;
 }
+int show() { showimage(roll(50), roll(3)); }
 int images() { moveimage(roll(50), roll(640), roll(480)); }
-int sizes() { changesizeimage(roll(50), roll(90) - 10, roll(90) - 10); showimage(roll(50), roll(3)); }
+int sizes() { changesizeimage(roll(50), roll(90) - 10, roll(90) - 10); show(); }
 int units() { moveunit(roll(200), roll(640), roll(480)); }
 int texts() { int t; t = roll(50); movegametext(t, roll(640), roll(480)); hidetext(t, roll(2)); }
 int colour() { changeallcolorfont(roll(256), roll(256), roll(256)); }
@@ -124,7 +125,8 @@ class Soak(LevelPlayer):
         return [*self.somewhere(), "click", random.choice((1, 2, 3))]
 
     def some_drag(self):
-        return [*self.somewhere(), "mousedown", 1, *self.somewhere(), *self.somewhere(), "mouseup", 1]
+        drag = [*self.somewhere(), *self.somewhere()]
+        return [*self.somewhere(), "mousedown", 1, *drag, "mouseup", 1]
 
     def somewhere(self):
         return self.to(random.randrange(640), random.randrange(480))
@@ -150,15 +152,18 @@ def soak(game, seconds):
     while time.monotonic() < start + seconds:
         game.act()
         if game.game.poll() is not None:
-            return f"ended with status {game.game.returncode} after {time.monotonic() - start:.0f} s"
+            after = time.monotonic() - start
+            return f"ended with status {game.game.returncode} after {after:.0f} s"
         if warm == 0 and time.monotonic() > start + seconds * WARM_UP:
             warm = game.memory()
     grown = game.memory() - warm
     print(f"memory after {seconds * WARM_UP:.0f} s: {warm} KB, after {seconds} s: {grown:+} KB")
     print(f"frames a second: {(game.passes - before) / (time.monotonic() - start):.1f}")
     print(f"processor: {game.processor_seconds() / seconds:.2f} of one")
-    if found := [report for report in REPORTS if report in game.text]:
-        return f"reports: {found}: {game.text[-300:]!r}"
+    for report in REPORTS:
+        if report in game.text:
+            where = game.text.index(report)
+            return f"{game.text.count(report)} reports: {game.text[max(where - 200, 0) : where + 30]!r}"
     return f"memory grows by {grown} KB" if grown > ALLOWED_GROWTH_KB else None
 
 

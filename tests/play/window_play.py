@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""How a play ends: by the window manager, by Ctrl-C, by the script; in both settings of the ticks."""
+"""How a play ends: by the window manager, by Ctrl-C, by the script; for both kinds of ticks."""
 
 import signal
 import sys
