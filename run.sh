@@ -10,17 +10,25 @@ kPlaySeconds=5  # how long a game is played where nobody can see it
 kScreenshot=build/screenshot.png
 
 gGame=""
+gNewGame=""  # the name of the game to make, with --new
+gForce=false # start the game whatever the checker finds
 gGamePid=""  # of the game that playUnseen started; empty while there is none
 
 showHelp() {
     cat <<'HELP'
-Usage: ./run.sh [GAME]
+Usage: ./run.sh [--force] [GAME]
+       ./run.sh --new NAME
 
 Installs the packages that are missing, builds the engine and plays games/GAME
 (without GAME: the show game). Where there is no display, the game is played
 for 5 seconds in a virtual one and a picture of its window is saved.
 
-    --help    shows this text
+The game's script is checked first; errors found there are shown and keep it from
+starting.
+
+    --force      starts the game all the same
+    --new NAME   makes games/NAME, a small game to begin with, and plays it
+    --help       shows this text
 
 ZEL_TICKS=main is set for the game unless you have set ZEL_TICKS yourself: timers
 then run on the same thread as keys and drawing. The README tells more.
@@ -58,21 +66,40 @@ refuse() {
 
 # Settles gGame.
 readArguments() {
-    local argument
-    for argument in "$@"; do
-        case "$argument" in
+    while (($# > 0)); do
+        case "$1" in
             --help | -h)
                 showHelp
                 exit 0
                 ;;
-            -*) refuse "unknown option: $argument" ;;
+            --force) gForce=true ;;
+            --new)
+                if (($# < 2)); then refuse "--new wants the name of the new game"; fi
+                gNewGame="$2"
+                shift
+                ;;
+            -*) refuse "unknown option: $1" ;;
             *)
                 if [[ -n "$gGame" ]]; then refuse "one game at a time, please"; fi
-                gGame="$argument"
+                gGame="$1"
                 ;;
         esac
+        shift
     done
-    gGame="${gGame:-$(defaultGame)}"
+    if [[ -n "$gNewGame" && -n "$gGame" ]]; then refuse "--new plays the game that it makes"; fi
+    gGame="${gNewGame:-${gGame:-$(defaultGame)}}"
+}
+
+# With --new: copies the template.
+makeNewGame() {
+    if [[ -z "$gNewGame" ]]; then return; fi
+    if [[ ! "$gNewGame" =~ ^[A-Za-z0-9_-]+$ ]]; then
+        refuse "a game's name has letters, digits, \"-\" and \"_\" only: $gNewGame"
+    fi
+    if [[ -e "games/$gNewGame" ]]; then refuse "games/$gNewGame is there already"; fi
+    cp -r games/template "games/$gNewGame"
+    rm -f "games/$gNewGame/arial.ttf"
+    echo "Made games/$gNewGame: its script is games/$gNewGame/levels/level1/script.txt"
 }
 
 requireGame() {
@@ -98,7 +125,16 @@ buildEngine() {
     if isInstalled libgtest-dev; then tests=ON; fi
     echo "Building..."
     quietly "configuring" cmake --preset release -DZEL_TESTS="$tests"
-    quietly "building" cmake --build build --target zel
+    quietly "building" cmake --build build --target zel zelcheck
+}
+
+# Shows what the checker finds; errors (status 2 and above) stop here, unless --force.
+checkGame() {
+    local status=0
+    (cd "games/$gGame" && ../../build/zelcheck) || status=$?
+    if ((status < 2)) || $gForce; then return; fi
+    echo "run.sh: \"$gGame\" was not started; ./run.sh --force $gGame starts it all the same" >&2
+    return "$status"
 }
 
 # The game finds its level, its pictures and its font in its working directory. Its standard input
@@ -166,7 +202,9 @@ play() {
 }
 
 readArguments "$@"
+makeNewGame
 requireGame
 installPackages
 buildEngine
+checkGame
 play
