@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs the scripts of a page of the documentation and compares what they print with the page.
 
-    page_test.py --zel ZEL --font FONT --pictures FOLDER PAGE [--builtins builtins.cpp] [--traps]
+    page_test.py --zel ZEL --font FONT --pictures FOLDER PAGE [--builtins builtin_list.h] [--traps]
 
 With --builtins every function of that table must have an entry of its own on the page, with a line
 that shows the call and an example that uses it. With --traps every entry of the chapter "Traps"
@@ -96,7 +96,7 @@ def entry_faults(name, page, examples):
 
 def table_faults(table, page, examples):
     """Compares the page's entries with the engine's table of built-ins."""
-    names = re.findall(r'^\s*\{"(\w+)", builtin', table, re.MULTILINE)
+    names = re.findall(r"^\s*X\((\w+), builtin", table, re.MULTILINE)
     entries = re.findall(r"^### `(\w+)`", page, re.MULTILINE)
     faults = [] if len(names) == 40 else [f"the engine's table has {len(names)} names, not 40"]
     faults += [f"{entry} is no built-in" for entry in entries if entry not in names]
