@@ -6,6 +6,7 @@
 char* gProgramBuffer = nullptr;
 const char* gProgramEnd = nullptr;
 const char* gProgramPath = "";
+bool gProgramCut = false;
 
 bool readProgramFile(char* buffer, const char* path) {
     FILE* file = std::fopen(path, "rb");
@@ -18,6 +19,7 @@ bool readProgramFile(char* buffer, const char* path) {
     while (stored < kProgramCapacity && std::feof(file) == 0 && std::ferror(file) == 0) {
         buffer[stored++] = static_cast<char>(std::fgetc(file));
     }
+    gProgramCut = stored == kProgramCapacity && std::feof(file) == 0;
     const bool marked = stored >= 2 && buffer[stored - 2] == kDosEndOfFile;
     buffer[marked ? stored - 2 : stored - 1] = '\0';
     std::fclose(file);

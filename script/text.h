@@ -19,6 +19,9 @@ extern const char* gProgramEnd;
 // The path the text came from, for messages. Borrowed from the caller of loadScript.
 extern const char* gProgramPath;
 
+// The file was longer than the buffer and has been cut.
+extern bool gProgramCut;
+
 // Reads the file at `path` into `buffer` (kProgramCapacity bytes) and ends it with a zero.
 // A longer file is cut without a word; one DOS end-of-file mark (Ctrl-Z) at the end is dropped.
 // Returns false, changing nothing, if the file cannot be opened.

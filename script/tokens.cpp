@@ -100,7 +100,8 @@ static void walkToBalance(char open, char close) {
         if (tokenIs(open)) depth++;
         if (tokenIs(close)) depth--;
         if (gToken->keyword == KeywordCode::Finished) {
-            waitForEver("the text ends inside a block: a \"{\" has no \"}\"");
+            waitForEver(gProgramCut ? "the script is longer than 9999 bytes and its end is cut off"
+                                    : "the text ends inside a block: a \"{\" has no \"}\"");
         }
         waitIfStuck();
     }
