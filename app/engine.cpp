@@ -11,14 +11,15 @@
 #include "app/main_thread.h"
 #include "images/images.h"
 #include "texts/fonts.h"
+#include "texts/game_texts.h"
 #include "units/units.h"
 
 // SDL's own handlers of SIGINT and SIGTERM; what it had not caught stays uncaught here.
 static void (*gSdlInterruptHandler)(int) = nullptr;
 
-// SDL catches Ctrl-C and SIGTERM and turns them into a quit event. A script in an endless loop never
-// reads that event, so the second one must end the process, wherever it hangs. SDL's handler sets
-// itself up again (SDL_quit.c), whatever the flags it was installed with: undone here.
+// SDL catches Ctrl-C and SIGTERM and turns them into a quit event. A script in an endless loop
+// never reads that event, so the second one must end the process, wherever it hangs. SDL's handler
+// sets itself up again (SDL_quit.c), whatever the flags it was installed with: undone here.
 static void askToQuitOnce(int signal) {
     gSdlInterruptHandler(signal);
     std::signal(signal, SIG_DFL);
@@ -61,6 +62,9 @@ static bool initSdl() {
 // The refused hint is fatal although its message calls itself a warning: levels are drawn to be
 // seen with linear filtering.
 static bool initHints() {
+    // Unless asked to, SDL does not collect draw calls when a driver is chosen by index. A refusal
+    // costs speed only.
+    SDL_SetHint(SDL_HINT_RENDER_BATCHING, "1");
     if (SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "1") == SDL_FALSE) {
         std::fputs("\nWarning: Linear texture filtering not enabled!", stdout);
         return false;
@@ -110,6 +114,7 @@ void closeEngine() {
     closeImages();
     SDL_DestroyRenderer(gRenderer);
     SDL_DestroyWindow(gWindow);
+    closeGameTexts();
     closeFont();
     TTF_Quit();
     IMG_Quit();

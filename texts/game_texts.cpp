@@ -80,3 +80,11 @@ void drawGameTexts() {
         ++gGameTextCursor;
     }
 }
+
+void closeGameTexts() {
+    for (auto& [key, text] : gGameTexts) {
+        SDL_FreeSurface(text.surface);
+        text.surface = nullptr;
+        text.texture = nullptr;
+    }
+}

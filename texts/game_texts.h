@@ -53,3 +53,7 @@ void drawGameText(GameText& text);
 
 // Draws all texts in order. Main thread.
 void drawGameTexts();
+
+// Frees what the texts rendered last, for shutdown; their textures go with the renderer. Main
+// thread.
+void closeGameTexts();
