@@ -4,8 +4,10 @@
 
 #include "app/globals.h"
 #include "script/program.h"
+#include "units/units.h"
 
 int main() {
+    loadUnitTypes();
     if (!loadScript(gScriptPath.c_str())) {
         std::fputs("\nFailed to load script.txt", stdout);
         return 0;

@@ -64,6 +64,10 @@ class Picture:
 class Player:
     """A display with a window manager and one game on it. Use it with "with"."""
 
+    # Without -noreset the display would start afresh whenever its only client leaves, and throw out
+    # a client that is just coming in.
+    DISPLAY_OPTIONS = ["-nolisten", "tcp", "-noreset"]
+
     def __init__(self, engine, game, screen="800x600"):
         self.command = [str(Path(engine).resolve())]
         self.folder = GAMES / game
@@ -98,11 +102,9 @@ class Player:
         return process
 
     def open_display(self):
-        """Starts a display; it picks a free number and tells it once it can be connected to.
-        Without -noreset it would start afresh whenever its only client leaves, and throw out a
-        client that is just coming in."""
+        """Starts a display; it picks a free number and tells it once it can be connected to."""
         command = ["Xvfb", "-displayfd", "1", "-screen", "0", f"{self.screen}x24"]
-        display = self.start([*command, "-nolisten", "tcp", "-noreset"], stdout=subprocess.PIPE)
+        display = self.start([*command, *self.DISPLAY_OPTIONS], stdout=subprocess.PIPE)
         number = display.stdout.readline().decode().strip()
         if not number:
             raise RuntimeError("the virtual display did not start")
