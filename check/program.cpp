@@ -2,7 +2,6 @@
 
 #include "check/tokens.h"
 #include "script/functions.h"
-#include "script/tokens.h"
 #include "script/variables.h"
 
 const CheckedFunction* Program::findFunction(std::string_view name) const {

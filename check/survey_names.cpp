@@ -1,7 +1,6 @@
 #include "check/names.h"
 #include "check/survey_reader.h"
 #include "keys/key_bindings.h"
-#include "script/tokens.h"
 #include "script/variables.h"
 
 // Names -----------------------------------------------------------------------------------------

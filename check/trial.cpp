@@ -4,7 +4,6 @@
 
 #include "check/names.h"
 #include "check/trial_reader.h"
-#include "script/tokens.h"
 #include "script/variables.h"
 
 // Variables -------------------------------------------------------------------------------------
