@@ -78,8 +78,9 @@ def rally(game, fast, seconds):
             fast.tap("space")  # it lies on the paddle
         if flight.falls():
             target = flight.landing() + off
-        else:
-            off = dice.randint(-30, 30)  # so that the ball does not come back the same way
+        elif now:
+            target = now[0]  # nobody knows which brick it will turn at
+            off = dice.randint(-28, 28)  # so that it does not come back the same way
         steer(fast, target)
         time.sleep(0.005)
 
@@ -93,6 +94,7 @@ def win(game, fast):
         rally(game, fast, 60)
         if game.has_heard("WON"):
             break
+        game.expect("LOST", 1)
         again(game, fast)
     game.expect("WON", 1)
     time.sleep(0.2)
