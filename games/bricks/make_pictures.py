@@ -10,7 +10,7 @@ GAME = Path(__file__).resolve().parent
 sys.path.insert(0, str(GAME.parent.parent / "tools"))
 
 from pixel_art import (  # noqa: E402  (found only through the line above)
-    PALETTE, blank, colour, enlarge, fill_rect, from_letters, paste, put, size, write_bmp,
+    blank, colour, enlarge, fill_rect, from_letters, paste, put, size, write_bmp,
 )
 from pixel_font import lettering  # noqa: E402
 

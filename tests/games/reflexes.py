@@ -67,7 +67,8 @@ class Reflexes:
     def look(self, x, y, width, height):
         """The rows of a rectangle of the window, top first: bytes of blue, green, red, unused."""
         place = [ctypes.c_int(self.game.left + x), ctypes.c_int(self.game.top + y)]
-        image = self.x.XGetImage(self.display, self.root, *place, width, height, ALL_PLANES, Z_PIXMAP)
+        area = (*place, width, height, ALL_PLANES, Z_PIXMAP)
+        image = self.x.XGetImage(self.display, self.root, *area)
         head = image.contents
         step = head.bytes_per_line
         data = ctypes.string_at(head.data, step * height)
