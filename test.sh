@@ -11,6 +11,8 @@ kStages=(
     "release tests: runTests release"
     "asan build: build asan"
     "asan tests: runTests asan"
+    "tsan build: buildEngine tsan"
+    "tsan tests: runTests tsan -R play/soak"
     "fuzz build: build fuzz"
     "fuzz tests: runTests fuzz"
 )
@@ -37,9 +39,15 @@ build() {
     cmake --preset "$1" -DZEL_WERROR=ON "${@:2}" && cmake --build "$(buildFolder "$1")"
 }
 
-# A preset without tests is a mistake, not a success.
+# buildEngine PRESET: the executable alone.
+buildEngine() {
+    cmake --preset "$1" -DZEL_WERROR=ON && cmake --build "$(buildFolder "$1")" --target zel
+}
+
+# runTests PRESET [OPTION...]: the options are for ctest. A preset without tests is a mistake, not a
+# success.
 runTests() {
-    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -j "$(nproc)"
+    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -j "$(nproc)" "${@:2}"
 }
 
 # Running the table --------------------------------------------------------------------------------
