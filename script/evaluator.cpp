@@ -60,6 +60,10 @@ static bool compare(char relation, int32_t a, int32_t b) {
 
 static void evalAssign(int32_t& value);
 
+static inline bool isCall(const Name* name) {
+    return name->builtin != nullptr || name->function != nullptr;
+}
+
 // The two calls of an identifier. Out of the way of the variables, which are met far more often.
 [[gnu::noinline]] static int32_t evalCall() {
     const Name* name = gToken->name;
@@ -78,9 +82,7 @@ static void evalAssign(int32_t& value);
 // identifier -> builtin arguments | function arguments | variable
 // A built-in hides a function, a function hides a variable of the same name.
 static inline void evalName(int32_t& value) {
-    Name* name = gToken->name;
-    const bool isVariable = name->builtin == nullptr && name->function == nullptr;
-    value = isVariable ? findVar(name) : evalCall();
+    value = isCall(gToken->name) ? evalCall() : findVar(gToken->name);
 }
 
 // The position stands behind the opening quote. No escapes: the character counts as it is.
@@ -192,17 +194,17 @@ static ScriptVariable* assignedVariable() {
     return nullptr;
 }
 
-// An operand with nothing behind it, as in "f(1, n)": saves the walk down the levels for what
-// stands in a text most often. Returns false, having done nothing, for anything else.
+// A number or a variable with nothing behind it, as in "f(1, n)": saves the walk down the levels
+// for what stands in a text most often. Returns false, having done nothing, for anything else; so
+// for a call, which may read on behind the token behind its name.
 static bool evalLoneOperand(int32_t& value) {
     Place* next = gProgramPos;
     const char end = next->plain ? next->symbol : '\0';
     if (end != ')' && end != ';' && end != ',') return false;
     if (gToken->kind == TokenKind::Number) {
         value = gToken->number;
-    } else if (gToken->kind == TokenKind::Identifier) {
-        evalName(value);
-        next = peekToken();
+    } else if (gToken->kind == TokenKind::Identifier && !isCall(gToken->name)) {
+        value = findVar(gToken->name);
     } else {
         return false;
     }
