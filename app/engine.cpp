@@ -9,6 +9,7 @@
 
 #include "app/globals.h"
 #include "app/main_thread.h"
+#include "app/ticks.h"
 #include "images/images.h"
 #include "texts/fonts.h"
 #include "texts/game_texts.h"
@@ -111,6 +112,7 @@ void closeEngine() {
     if (gEngineClosed) return;
     gEngineClosed = true;
     stopMainThreadCalls();
+    stopTicks();
     closeImages();
     SDL_DestroyRenderer(gRenderer);
     SDL_DestroyWindow(gWindow);

@@ -3,8 +3,15 @@
 #include <cstddef>
 #include <cstring>
 
+// A text event fills its text, not the rest of the field.
+template <size_t size>
+static void clearBehindText(char (&text)[size]) {
+    const size_t length = strnlen(text, size);
+    std::memset(text + length, 0, size - length);
+}
+
 // Bytes from the start of the union that an event of this type means, by SDL_events.h. Types that
-// are not listed carry nothing a script could read: their common head is kept.
+// are not listed have nothing where scripts look (getmousex): their common head is kept.
 static size_t filledSize(Uint32 type) {
     switch (type) {
         case SDL_WINDOWEVENT:
@@ -27,6 +34,11 @@ static size_t filledSize(Uint32 type) {
         case SDL_FINGERUP:
         case SDL_FINGERMOTION:
             return offsetof(SDL_TouchFingerEvent, pressure) + sizeof(float);
+        case SDL_MULTIGESTURE:
+            return offsetof(SDL_MultiGestureEvent, numFingers) + sizeof(Uint16);
+        case SDL_DOLLARGESTURE:
+        case SDL_DOLLARRECORD:
+            return offsetof(SDL_DollarGestureEvent, y) + sizeof(float);
         default:
             return sizeof(SDL_CommonEvent);
     }
@@ -41,11 +53,7 @@ SDL_Event filledPart(const SDL_Event& event) {
         std::memset(reinterpret_cast<char*>(&filled.key.keysym.mod) + sizeof(Uint16), 0,
                     offsetof(SDL_Keysym, unused) - offsetof(SDL_Keysym, mod) - sizeof(Uint16));
     }
-    if (event.type == SDL_TEXTINPUT) {
-        // Only the text itself is filled in, not the rest of its field.
-        std::memset(filled.text.text, 0, sizeof filled.text.text);
-        std::memcpy(filled.text.text, event.text.text,
-                    strnlen(event.text.text, sizeof event.text.text));
-    }
+    if (event.type == SDL_TEXTINPUT) clearBehindText(filled.text.text);
+    if (event.type == SDL_TEXTEDITING) clearBehindText(filled.edit.text);
     return filled;
 }

@@ -2,6 +2,8 @@
 
 #include <SDL.h>
 
+#include <vector>
+
 #include "app/globals.h"
 #include "images/images.h"
 #include "texts/game_texts.h"

@@ -7,4 +7,5 @@
 void drawFrame();
 
 // The first half of drawFrame: composes the frame in the renderer's target and does not present it.
+// Main thread, while the renderer lives.
 void composeFrame();

@@ -74,7 +74,7 @@ bool drainEvents() {
     while (SDL_PollEvent(&event) != 0) {
         if (runMainThreadEvent(event)) continue;
         gEvent = filledPart(event);
-        if (gEvent.type == SDL_QUIT) quit = true;
+        if (event.type == SDL_QUIT) quit = true;
         dispatchEvent();
     }
     return quit;

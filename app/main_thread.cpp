@@ -4,7 +4,7 @@ static SDL_threadID gMainThread = 0;
 static Uint32 gCallEventType = 0;
 
 // The one call that may be waited for: set by the waiter, read by the main thread; the event that
-// carries the call orders the two. A call that nobody waits for any more has a null operation.
+// carries the call orders the two.
 static MainThreadOperation gAwaitedOperation = nullptr;
 static void* gAwaitedData = nullptr;
 
@@ -44,7 +44,7 @@ bool callOnMainThread(MainThreadOperation operation, void* data) {
         operation(data);
         return true;
     }
-    if (gCallsStopped) return false;
+    if (gCallsStopped || gCallDone == nullptr) return false;
     gAwaitedOperation = operation;
     gAwaitedData = data;
     if (!pushCall(1, nullptr, nullptr)) return false;

@@ -17,8 +17,8 @@ void initMainThread();
 bool onMainThread();
 
 // Runs operation(data): at once on the main thread, else soon, without waiting. `data` belongs to
-// the operation. If the engine closes meanwhile the operation never runs and `data` is left to the
-// end of the process.
+// the operation. If the engine closes meanwhile, or SDL's event queue is full, the operation never
+// runs and `data` is left to the end of the process.
 void postToMainThread(MainThreadOperation operation, void* data);
 
 // Runs operation(data) and waits until it has run; at once on the main thread. Returns false when

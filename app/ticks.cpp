@@ -13,6 +13,7 @@
 static constexpr uint32_t kTimerTickMs = 1;
 static constexpr uint32_t kUnitTickMs = 10;
 static constexpr uint64_t kMaxBacklogMs = 250;
+static constexpr uint64_t kMaxPassMs = 100;  // of real time, for the ticks before one frame
 
 // Of the ticks on the main thread: when they started, and up to when they have run.
 static bool gTicksOnMainThread = false;
@@ -37,6 +38,11 @@ void startTicks() {
     SDL_AddTimer(kUnitTickMs, stepAllUnits, gTimerParam);
 }
 
+void stopTicks() {
+    gTicksOnMainThread = false;
+    SDL_QuitSubSystem(SDL_INIT_TIMER);
+}
+
 static void runTicksOfMillisecond(uint64_t ms) {
     stepAllTimers(kTimerTickMs, gTimerParam);
     if ((ms - gTicksStartMs) % kUnitTickMs == 0) stepAllUnits(kUnitTickMs, gTimerParam);
@@ -45,8 +51,10 @@ static void runTicksOfMillisecond(uint64_t ms) {
 void runDueTicks(uint64_t nowMs) {
     if (!gTicksOnMainThread) return;
     if (nowMs - gTickedMs > kMaxBacklogMs) gTickedMs = nowMs - kMaxBacklogMs;
-    while (gTickedMs < nowMs && !gEngineClosed) {
+    const uint64_t started = SDL_GetTicks64();
+    while (gTickedMs < nowMs && gTicksOnMainThread) {
         gTickedMs++;
         runTicksOfMillisecond(gTickedMs);
+        if (SDL_GetTicks64() - started > kMaxPassMs) return;
     }
 }

@@ -14,9 +14,13 @@ void startTicks();
 
 // Runs what has fallen due up to `nowMs` (SDL_GetTicks64), in order of time; the unit tick comes
 // after the timer tick of the same millisecond. At most 250 ms of backlog are made up, the rest is
-// dropped: a slow script does not stop the picture. Does nothing when SDL runs the ticks, and after
+// dropped. Timer functions that take long end a pass before that: a slow script does not stop the
+// picture. Does nothing when SDL runs the ticks, and after
 // closeEngine. Main thread.
 void runDueTicks(uint64_t nowMs);
 
 // Makes the main loop run the ticks from `nowMs` on; startTicks does it for ZEL_TICKS=main.
 void runTicksOnMainThread(uint64_t nowMs);
+
+// Ends both ticks. Waits for the script function that the timer thread may be running.
+void stopTicks();

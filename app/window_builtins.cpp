@@ -7,7 +7,7 @@
 #include "app/main_thread.h"
 #include "script/arguments.h"
 
-// Operations for the main thread. They own their data and do nothing once the engine is closed.
+// Operations for the main thread. They do nothing once the engine is closed.
 
 static void setTitle(void* data) {
     char* title = static_cast<char*>(data);
@@ -15,10 +15,10 @@ static void setTitle(void* data) {
     SDL_free(title);
 }
 
-static void setFullscreen(void* data) {
-    Uint32* mode = static_cast<Uint32*>(data);
-    if (!gEngineClosed) SDL_SetWindowFullscreen(gWindow, *mode);
-    delete mode;
+// The mode travels in the pointer itself.
+static void setFullscreen(void* mode) {
+    if (gEngineClosed) return;
+    SDL_SetWindowFullscreen(gWindow, static_cast<Uint32>(reinterpret_cast<uintptr_t>(mode)));
 }
 
 static void exitGame(void*) {
@@ -38,8 +38,8 @@ int32_t builtinChangeWindowName() {
 }
 
 int32_t builtinFullscreen() {
-    const int32_t mode = onlyInteger();
-    postToMainThread(setFullscreen, new Uint32(static_cast<Uint32>(mode)));
+    const uintptr_t mode = static_cast<Uint32>(onlyInteger());
+    postToMainThread(setFullscreen, reinterpret_cast<void*>(mode));
     return 0;
 }
 

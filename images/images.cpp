@@ -107,13 +107,15 @@ static void reportMissing(const char* message, const Image& image) {
 }
 
 int32_t loadImageFile(const char* path) {
+    // First the picture, then the identifier: on the timer thread the load waits for the main
+    // thread, whose key functions may load pictures meanwhile.
+    const Image image = makeImage(path);
     const int32_t id = static_cast<int32_t>(gImages.size());
-    gImages.push_back(makeImage(path));
-    const Image& image = gImages.back();
+    gImages.push_back(image);
     if (image.texture == nullptr) {
         reportMissing("\nCant load image: ", image);
-        gEvent.type =
-            SDL_QUIT;  // without effect: the main loop reads the type of fresh events only
+        // Without effect: the main loop reads the type of fresh events only.
+        gEvent.type = SDL_QUIT;
     }
     return id;
 }

@@ -1,7 +1,6 @@
 #include "keys/key_bindings.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 #include "script/lexer.h"

@@ -5,7 +5,6 @@
 #include "script/arguments.h"
 #include "script/errors.h"
 #include "script/evaluator.h"
-#include "script/text.h"
 #include "script/tokens.h"
 
 int32_t builtinGetche() {

@@ -1,7 +1,6 @@
 #include "script/errors.h"
 
 #include <algorithm>
-#include <csetjmp>
 #include <cstddef>
 #include <cstdio>
 #include <iterator>

@@ -65,8 +65,7 @@ static inline bool isCall(const Name* name) {
 }
 
 // The two calls of an identifier. Out of the way of the variables, which are met far more often.
-[[gnu::noinline]] static int32_t evalCall() {
-    const Name* name = gToken->name;
+[[gnu::noinline]] static int32_t evalCall(const Name* name) {
     int32_t result = 0;
     enterNesting();
     if (name->builtin != nullptr) {
@@ -81,8 +80,8 @@ static inline bool isCall(const Name* name) {
 
 // identifier -> builtin arguments | function arguments | variable
 // A built-in hides a function, a function hides a variable of the same name.
-static inline void evalName(int32_t& value) {
-    value = isCall(gToken->name) ? evalCall() : findVar(gToken->name);
+static inline void evalName(const Name* name, int32_t& value) {
+    value = isCall(name) ? evalCall(name) : findVar(name);
 }
 
 // The position stands behind the opening quote. No escapes: the character counts as it is.
@@ -97,10 +96,11 @@ static int32_t evalCharacter() {
 
 // atom -> identifier ... | number | "'" character "'" | (nothing, before a ")")
 [[gnu::always_inline]] static inline void atom(int32_t& value) {
-    if (gToken->kind == TokenKind::Identifier) {
-        evalName(value);
-    } else if (gToken->kind == TokenKind::Number) {
-        value = gToken->number;
+    const Place* token = gToken;  // once: the other thread may take a token in between
+    if (token->kind == TokenKind::Identifier) {
+        evalName(token->name, value);
+    } else if (token->kind == TokenKind::Number) {
+        value = token->number;
     } else if (tokenIs('\'')) {
         value = evalCharacter();
     } else if (tokenIs(')')) {
@@ -181,16 +181,18 @@ static void evalRelational(int32_t& value) {
     if (relation != 0) value = compare(relation, value, right) ? 1 : 0;
 }
 
-// The variable that the current token, an identifier, names, if "=" stands behind it; else null.
-// Finding out reads the token behind and puts it back: that moves the position behind an empty
-// token and into a string; for any other token the position before it is as good.
-static ScriptVariable* assignedVariable() {
-    if (gProgramPos->plain && gProgramPos->symbol != '=') return nullptr;
-    ScriptVariable* variable = lookUpVariable(gToken->name);
+// The variable of this name, that of the current token, if "=" stands behind it; else null. Finding
+// out reads the token behind and puts it back: that moves the position behind blanks and comments,
+// behind an empty token, into a string. Only getche and getnum, which go on character by character,
+// would see a position before a plain token.
+static ScriptVariable* assignedVariable(const Name* name) {
+    const bool isPlain = gProgramPos->plain && name->builtin == nullptr;
+    if (isPlain && gProgramPos->symbol != '=') return nullptr;
+    ScriptVariable* variable = lookUpVariable(name);
     if (variable == nullptr) return nullptr;
     const Place* next = peekToken();
     if (next->symbol == '=') return variable;
-    if (!next->plain) gProgramPos = next->back;
+    gProgramPos = next->back;
     return nullptr;
 }
 
@@ -201,10 +203,11 @@ static bool evalLoneOperand(int32_t& value) {
     Place* next = gProgramPos;
     const char end = next->plain ? next->symbol : '\0';
     if (end != ')' && end != ';' && end != ',') return false;
-    if (gToken->kind == TokenKind::Number) {
-        value = gToken->number;
-    } else if (gToken->kind == TokenKind::Identifier && !isCall(gToken->name)) {
-        value = findVar(gToken->name);
+    const Place* token = gToken;
+    if (token->kind == TokenKind::Number) {
+        value = token->number;
+    } else if (token->kind == TokenKind::Identifier && !isCall(token->name)) {
+        value = findVar(token->name);
     } else {
         return false;
     }
@@ -216,7 +219,8 @@ static bool evalLoneOperand(int32_t& value) {
 static void evalAssign(int32_t& value) {
     if (evalLoneOperand(value)) return;
     ScriptVariable* variable = nullptr;
-    if (gToken->kind == TokenKind::Identifier) variable = assignedVariable();
+    const Place* token = gToken;
+    if (token->kind == TokenKind::Identifier) variable = assignedVariable(token->name);
     if (variable == nullptr) return evalRelational(value);
     enterNesting();
     getToken();

@@ -4,7 +4,6 @@
 #include "script/evaluator.h"
 #include "script/names.h"
 #include "script/statements.h"
-#include "script/text.h"
 #include "script/tokens.h"
 
 ScriptFunction gFunctionTable[kMaxFunctions];

@@ -20,7 +20,7 @@ struct Name {
 // The Name of `text`, made on first use.
 Name* nameOf(std::string_view text);
 
-// The Name of `text` if the script or the engine's table has used it, else null. Allocates nothing.
+// The Name of `text` if the script has used that word, else null. Allocates nothing.
 Name* findName(std::string_view text);
 
 // Forgets all names, for a new program text.

@@ -4,7 +4,9 @@
 // variables and the functions; everything else is read when it runs. Afterwards the engine enters
 // the script by running its main once and by calling functions by name from timers and keys.
 //
-// None of it may be entered twice at a time: the interpreter has one state for the whole process.
+// The interpreter has one state for the whole process. By default the timer thread may enter it
+// while the main thread is in it: values may mix then, though nothing leaves its array. With
+// ZEL_TICKS=main every entry is on one thread.
 #pragma once
 
 // Reads and pre-scans the script at `path`; the path must live as long as the process. Returns

@@ -7,7 +7,6 @@
 #include "script/functions.h"
 #include "script/halt.h"
 #include "script/nesting.h"
-#include "script/text.h"
 #include "script/tokens.h"
 #include "script/variables.h"
 

@@ -19,6 +19,10 @@ bool readProgramFile(char* buffer, const char* path) {
     while (stored < kProgramCapacity && std::feof(file) == 0 && std::ferror(file) == 0) {
         buffer[stored++] = static_cast<char>(std::fgetc(file));
     }
+    if (std::ferror(file) != 0) {  // a folder can be opened, but not read
+        std::fclose(file);
+        return false;
+    }
     gProgramCut = stored == kProgramCapacity && std::feof(file) == 0;
     const bool marked = stored >= 2 && buffer[stored - 2] == kDosEndOfFile;
     buffer[marked ? stored - 2 : stored - 1] = '\0';

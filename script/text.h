@@ -24,7 +24,7 @@ extern bool gProgramCut;
 
 // Reads the file at `path` into `buffer` (kProgramCapacity bytes) and ends it with a zero.
 // A longer file is cut without a word; one DOS end-of-file mark (Ctrl-Z) at the end is dropped.
-// Returns false, changing nothing, if the file cannot be opened.
+// Returns false if the file cannot be opened or is a folder.
 bool readProgramFile(char* buffer, const char* path);
 
 // Takes `buffer` as the program text of `path`.

@@ -94,28 +94,31 @@ void skipPastCloseParen() {
     gProgramPos = placeAt(position < gProgramEnd ? position + 1 : gProgramEnd);
 }
 
-static void walkToBalance(char open, char close) {
-    for (int depth = 1; depth > 0;) {
-        getToken();
-        if (tokenIs(open)) depth++;
-        if (tokenIs(close)) depth--;
-        if (gToken->keyword == KeywordCode::Finished) {
-            waitForEver(gProgramCut ? "the script is longer than 9999 bytes and its end is cut off"
-                                    : "the text ends inside a block: a \"{\" has no \"}\"");
-        }
+static const char* unbalancedReason(char open) {
+    if (gProgramCut) return "the script is longer than 9999 bytes and its end is cut off";
+    return open == '{' ? "the text ends inside a block: a \"{\" has no \"}\""
+                       : "the text ends inside a \"for\": its \"(\" has no \")\"";
+}
+
+// Walks over places, not gProgramPos: what the other thread does to the position must not be kept.
+static Place* findBalance(Place* place, char open, char close) {
+    for (int depth = 1;; place = place->next) {
+        countStep();
+        if (place->state != PlaceState::Kept) readPlace(place);
+        if (place->symbol == open) depth++;
+        if (place->symbol == close && --depth == 0) return place;
+        if (place->keyword != KeywordCode::Finished && !place->stuck) continue;
+        takeToken(place);
         waitIfStuck();
+        waitForEver(unbalancedReason(open));
     }
 }
 
 void skipBalanced(char open, char close) {
     Place* first = peekToken();
     Place*& end = open == '{' ? first->braceEnd : first->bracketEnd;
-    if (end == nullptr) {
-        walkToBalance(open, close);
-        end = gToken;
-    } else {
-        takeToken(end);
-    }
+    if (end == nullptr) end = findBalance(first, open, close);
+    takeToken(end);
 }
 
 // Says what stands at the position, for someone who reads the text in an editor.

@@ -7,8 +7,9 @@
 // read by the lexer once and kept. For each position of the text there is one Place, which holds
 // the token that is read there; a position is a pointer to its place. Kept with the token are its
 // value or its name, the places around it, and where the brackets that open before it close. None
-// of that can be seen from outside: it is what reading the text again would find. Runs on whichever
-// thread runs script code.
+// of that can be seen from outside: it is what reading the text again would find. By default two
+// threads run script code in this one state, unlocked: they may read each other's tokens then, but
+// every pointer stays inside the storage. ZEL_TICKS=main avoids it.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +26,7 @@ enum class PlaceState : uint8_t {
 
 struct Place {
     PlaceState state = PlaceState::Unread;
-    bool plain =
-        false;  // put back, the token is read again as it was: not so an empty one, a string
+    bool plain = false;  // put back, it is read again as it was; not so an empty one or a string
     bool stuck = false;  // an empty token that ends where it was read: reading on reads it for ever
     TokenKind kind = TokenKind::Delimiter;
     KeywordCode keyword = KeywordCode::None;

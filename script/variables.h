@@ -71,7 +71,7 @@ inline int32_t currentFrameBase() {
 
 // The look-up of a name: the current call's locals from the newest to the oldest, then the globals;
 // the first match counts. A callee cannot see the locals of its caller. Null if there is none.
-inline ScriptVariable* lookUpVariable(Name* name) {
+inline ScriptVariable* lookUpVariable(const Name* name) {
     const int32_t base = currentFrameBase();
     for (int32_t i = gLocalTop - 1; i >= base; i--) {
         if (gLocalStack[i].name == name) return &gLocalStack[i];
@@ -80,7 +80,7 @@ inline ScriptVariable* lookUpVariable(Name* name) {
 }
 
 // The value of a variable. Raises NoSuchVariable for a name that is not found.
-inline int32_t findVar(Name* name) {
+inline int32_t findVar(const Name* name) {
     const ScriptVariable* variable = lookUpVariable(name);
     if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable);
     return variable->value;

@@ -4,9 +4,8 @@
 #include <SDL_ttf.h>
 
 #include <cstdint>
-#include <string>
 
-// The current font; null until initFonts. Replaced by openFont, closed by closeFonts.
+// The current font; null until initFonts. Replaced by openFont, closed by closeFont.
 extern TTF_Font* gFont;
 
 // Red, green, blue, alpha. Alpha is never written: it stays 0 and goes to SDL_ttf as it is.

@@ -27,24 +27,23 @@ int32_t createGameText(const char* text, const SDL_Rect& rect) {
     return gLastTextNumber;
 }
 
-static void destroyTexture(void* texture) {
+using ErasedText = std::map<int32_t, GameText>::node_type;
+
+static void destroyErasedText(void* data) {
+    ErasedText* erased = static_cast<ErasedText*>(data);
     // Behind the close the texture is gone already, with its renderer.
-    if (!gEngineClosed) SDL_DestroyTexture(static_cast<SDL_Texture*>(texture));
+    SDL_Texture* texture = erased->mapped().texture;
+    if (texture != nullptr && !gEngineClosed) SDL_DestroyTexture(texture);
+    SDL_FreeSurface(erased->mapped().surface);
+    delete erased;
 }
 
-static void freeSurface(void* surface) {
-    SDL_FreeSurface(static_cast<SDL_Surface*>(surface));
-}
-
+// The record is taken out at once and ends on the main thread, which may be drawing it.
 void removeGameText(GameText& text) {
     text.hidden = true;
     const auto entry = gGameTexts.find(text.number);
     if (entry == gGameTexts.end()) return;
-    SDL_Texture* texture = entry->second.texture;
-    SDL_Surface* surface = entry->second.surface;
-    gGameTexts.erase(entry);
-    if (texture != nullptr) postToMainThread(destroyTexture, texture);
-    if (surface != nullptr) postToMainThread(freeSurface, surface);
+    postToMainThread(destroyErasedText, new ErasedText(gGameTexts.extract(entry)));
 }
 
 void setTextPosition(GameText& text, int32_t x, int32_t y) {

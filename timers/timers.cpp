@@ -1,5 +1,7 @@
 #include "timers/timers.h"
 
+#include <iterator>
+
 #include "script/program.h"
 
 std::map<int32_t, ScriptTimer> gTimers;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 
 struct ScriptTimer {
     std::string functionName;  // "" in a default record
