@@ -109,6 +109,7 @@ INSTANTIATE_TEST_SUITE_P(Ticks, RealTime, testing::Values("", "main"), [](const 
 // it is caught in one piece, for a timer thread may print at any moment.
 static std::string playWhile(const std::function<bool()>& goesOn) {
     testing::internal::CaptureStdout();
+    startTicks();
     const uint64_t end = SDL_GetTicks64() + 30000;
     while (goesOn() && SDL_GetTicks64() < end) {
         drainEvents();
@@ -132,7 +133,6 @@ TEST_P(RealTime, TimersKeepAboutTheirPace) {
         "int show() { print(a); print(\" \"); print(b); print(\" \"); print(c); }\n"
         "int main() { createtimer(0, 0, \"every\"); createtimer(0, 100, \"ten\");"
         "createtimer(0, 1000, \"hundred\"); }");
-    startTicks();
     const uint64_t start = SDL_GetTicks64();
     play(1000);
     const double seconds = static_cast<double>(SDL_GetTicks64() - start) / 1000;
@@ -152,7 +152,6 @@ TEST_P(RealTime, ErrorsOfTimerFunctionsDoNotStopTheTicks) {
     runLevel(
         "int bad() { int x; nothing = 1; } int good() { print(7); }\n"
         "int main() { createtimer(0, 0, \"bad\"); createtimer(0, 0, \"good\"); }");
-    startTicks();
     const std::string output = play(300);
     closeEngine();
     EXPECT_EQ(0u, output.find("\nNone variable in line 0\n")) << output.substr(0, 200);
@@ -195,7 +194,6 @@ TEST_P(RealTime, UnitsAreCreatedByATimer) {
     runLevel(
         "int make() { createunit(0, 100, 100); }"
         "int main() { createtimer(1, 0, \"make\"); }");
-    startTicks();
     playWhile([] { return !gTimers.empty(); });
     EXPECT_EQ(kBlue, framePixel(107, 107));
 }
@@ -206,7 +204,6 @@ TEST_P(RealTime, TimerSetsTitleFullScreenAndFont) {
         "changeallfont(\"arial.ttf\", 40); print(7); }"
         "int main() { createtext(\"a\", 0, 0, 20, 20); createtimer(1, 0, \"act\"); }");
     const int height = TTF_FontHeight(gFont);
-    startTicks();
     EXPECT_EQ("7", playWhile([] { return !gTimers.empty(); }));
     drainEvents();
     EXPECT_STREQ("Zel - by timer", SDL_GetWindowTitle(gWindow));
@@ -221,7 +218,6 @@ TEST_P(RealTime, ExitGameByATimerClosesTheEngineAndTheLoopGoesOn) {
         "loadimage(\"img/peon.bmp\"); changewindowname(\"c\"); }"
         "int main() { createtext(\"a\", 0, 0, 20, 20); createunit(0, 5, 5);"
         "createtimer(1, 0, \"quit\"); createtimer(0, 0, \"quit\"); }");
-    startTicks();
     const std::string output = playWhile([] { return !gEngineClosed; });
     EXPECT_TRUE(gEngineClosed);
     EXPECT_EQ("12", output.substr(0, 2));
