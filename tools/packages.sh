@@ -17,6 +17,9 @@ kRunPackages=(
 # What run.sh needs in addition on a machine without a display.
 kVirtualDisplayPackages=(xvfb imagemagick)
 
+# What bench.sh needs in addition to the first two.
+kBenchPackages=(libbenchmark-dev python3)
+
 # What the tests need in addition to all of the above. See also fuzzerRuntimePackage.
 kTestPackages=(libgtest-dev clang xdotool openbox x11-utils python3)
 

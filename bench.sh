@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Builds the measurements of bench/, runs them and prints one table. See --help.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+source tools/shell.sh
+source tools/packages.sh
+source tools/virtual_display.sh
+
+showHelp() {
+    cat <<'HELP'
+Usage: ./bench.sh [--rounds N] [--before ZEL]
+
+Installs the packages that are missing, builds the engine and the measurements,
+and prints a table: scripts against python3, drawing and start-up against bare
+SDL calls. docs/performance.md explains it and keeps one.
+
+    --rounds N    how often everything is measured; the least counts (default 7)
+    --before ZEL  compares the scripts with another executable of the engine too
+    --help        shows this text
+HELP
+}
+
+case "${1:-}" in
+    --help | -h)
+        showHelp
+        exit 0
+        ;;
+esac
+installMissing "${kRunPackages[@]}" "${kVirtualDisplayPackages[@]}" "${kBenchPackages[@]}"
+echo "Building..."
+quietly "configuring" cmake --preset release -DZEL_BENCH=ON
+quietly "building" cmake --build build --target zel parts_bench draw_bench bare_sdl
+trap stopVirtualDisplay EXIT
+startVirtualDisplay
+/usr/bin/python3 bench/run.py build "$@"

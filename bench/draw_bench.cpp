@@ -1,0 +1,167 @@
+// Measures drawing a frame against bare SDL calls that draw the same.
+//
+// Each frame ends in a read of one pixel: it waits for the drawing, which a driver without a screen
+// would drop otherwise. The time is the processor time of the whole process, as the software
+// renderer draws on threads of its own.
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/frame.h"
+#include "app/globals.h"
+#include "bench/allocations.h"
+#include "bench/level.h"
+#include "images/images.h"
+#include "texts/fonts.h"
+#include "texts/game_texts.h"
+#include "timers/timers.h"
+
+static void finishFrame() {
+    const SDL_Rect corner = {0, 0, 1, 1};
+    Uint32 pixel = 0;
+    SDL_RenderReadPixels(gRenderer, &corner, SDL_PIXELFORMAT_ARGB8888, &pixel, sizeof pixel);
+    benchmark::DoNotOptimize(pixel);
+}
+
+static void drawFrames(benchmark::State& state, void (*drawOnce)()) {
+    drawOnce();
+    finishFrame();
+    int64_t allocations = 0;
+    for (auto _ : state) {
+        const int64_t before = allocationCount();
+        drawOnce();
+        allocations += allocationCount() - before;
+        finishFrame();
+    }
+    state.counters["allocations"] =
+        benchmark::Counter(static_cast<double>(allocations), benchmark::Counter::kAvgIterations);
+}
+
+static SDL_Rect scatteredRect(int32_t i) {
+    return {i * 37 % SCREEN_WIDTH, i * 53 % SCREEN_HEIGHT, 15, 15};
+}
+
+// Images ------------------------------------------------------------------------------------------
+
+// What the bare calls draw: the same textures at the same rectangles, in the same order.
+struct BareImage {
+    SDL_Texture* texture;
+    SDL_Rect rect;
+};
+static std::vector<BareImage> gBareImages;
+
+static const char kPicture[] = "SysPics/select.bmp";
+
+// All images loaded so far, the first of which are on the screen. Each has a texture of its own, as
+// in a level.
+static std::vector<Image> gStock;
+
+static void growStock(size_t count) {
+    while (gStock.size() < count) {
+        Image image = makeImage(kPicture);
+        image.rect = scatteredRect(static_cast<int32_t>(gStock.size()));
+        setVisible(image, true);
+        gStock.push_back(image);
+    }
+}
+
+static void requireImages(int64_t count) {
+    requireEngine();
+    growStock(static_cast<size_t>(count));
+    gImages.assign(gStock.begin(), gStock.begin() + count);
+    gBareImages.clear();
+    for (const Image& image : gImages)
+        gBareImages.push_back({image.texture, image.rect});
+    gGameTexts.clear();
+}
+
+static void drawBareImages() {
+    SDL_RenderClear(gRenderer);
+    for (const BareImage& image : gBareImages)
+        SDL_RenderCopy(gRenderer, image.texture, nullptr, &image.rect);
+}
+
+static void imagesBare(benchmark::State& state) {
+    requireImages(state.range(0));
+    drawFrames(state, drawBareImages);
+}
+
+static void imagesEngine(benchmark::State& state) {
+    requireImages(state.range(0));
+    drawFrames(state, composeFrame);
+}
+
+// Texts -------------------------------------------------------------------------------------------
+
+// The bare calls' own copy of a text, rendered afresh for each frame as the engine does.
+struct BareText {
+    std::string text;
+    SDL_Rect rect;
+    SDL_Surface* surface;
+    SDL_Texture* texture;
+};
+static std::vector<BareText> gBareTexts;
+
+static void requireTexts(int64_t count) {
+    requireImages(0);
+    gBareTexts.clear();
+    for (int32_t i = 0; i < count; i++) {
+        const std::string words = "Score: " + std::to_string(i);
+        const SDL_Rect rect = scatteredRect(i);
+        GameText& text = findOrCreateGameText(i);
+        text.text = words;
+        text.rect = rect;
+        text.hidden = false;
+        gBareTexts.push_back({words, rect, nullptr, nullptr});
+    }
+}
+
+// Behind a measurement: the textures of its last frame must not weigh on the next.
+static void releaseTexts() {
+    for (auto& entry : gGameTexts) {
+        SDL_DestroyTexture(entry.second.texture);
+        SDL_FreeSurface(entry.second.surface);
+    }
+    gGameTexts.clear();
+    for (const BareText& text : gBareTexts) {
+        SDL_DestroyTexture(text.texture);
+        SDL_FreeSurface(text.surface);
+    }
+    gBareTexts.clear();
+}
+
+static void drawBareTexts() {
+    SDL_RenderClear(gRenderer);
+    for (BareText& text : gBareTexts) {
+        if (text.texture != nullptr) SDL_DestroyTexture(text.texture);
+        SDL_FreeSurface(text.surface);
+        text.surface = TTF_RenderUTF8_Solid(gFont, text.text.c_str(), gTextColour);
+        text.texture = SDL_CreateTextureFromSurface(gRenderer, text.surface);
+        SDL_RenderCopy(gRenderer, text.texture, nullptr, &text.rect);
+    }
+}
+
+static void textsBare(benchmark::State& state) {
+    requireTexts(state.range(0));
+    drawFrames(state, drawBareTexts);
+    releaseTexts();
+}
+
+static void textsEngine(benchmark::State& state) {
+    requireTexts(state.range(0));
+    drawFrames(state, composeFrame);
+    releaseTexts();
+}
+
+static void frames(benchmark::internal::Benchmark* bench) {
+    bench->MeasureProcessCPUTime()->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(imagesBare)->Apply(frames)->Arg(100)->Arg(1000)->Arg(5000);
+BENCHMARK(imagesEngine)->Apply(frames)->Arg(100)->Arg(1000)->Arg(5000);
+BENCHMARK(textsBare)->Apply(frames)->Arg(10)->Arg(100)->Arg(1000);
+BENCHMARK(textsEngine)->Apply(frames)->Arg(10)->Arg(100)->Arg(1000);
+
+BENCHMARK_MAIN();

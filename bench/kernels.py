@@ -1,0 +1,76 @@
+"""The script-level suite: small programs through the real executable and through python3.
+
+Each program stands twice in scripts/, for the engine and for Python, with @N@ for the amount of
+work. Start-up, measured with no work at all, is subtracted on both sides.
+"""
+
+import os
+
+import measure
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+PYTHON = "/usr/bin/python3"
+KERNELS = {  # the amount of work: about half a second of Python
+    "count": ("a counting loop", 6_000_000),
+    "arithmetic": ("nested arithmetic", 1_200_000),
+    "fib": ("recursive Fibonacci", 29),
+    "primes": ("trial-division primes", 4),
+    "call": ("a call with two arguments in a loop", 4_000_000),
+}
+
+
+def fill_in(kernel, suffix, work, target):
+    with open(f"{HERE}/scripts/{kernel}{suffix}", "rb") as template:
+        text = template.read().replace(b"@N@", str(work).encode())
+    with open(target, "wb") as file:
+        file.write(text)
+
+
+def run_engine(engine, kernel, work, folder):
+    fill_in(kernel, ".txt", work, f"{folder}/levels/level1/script.txt")
+    return measure.run([engine], folder, {"SDL_VIDEODRIVER": "offscreen"})
+
+
+def run_python(kernel, work, folder):
+    fill_in(kernel, ".py", work, f"{folder}/kernel.py")
+    return measure.run([PYTHON, "-I", "-S", "kernel.py"], folder)
+
+
+def compare(kernel, work, folder, programs, rounds):
+    """Returns the seconds of processor time that each program takes for the work alone."""
+    runs = {}
+    for name, start in programs.items():
+        for amount in (work, 0):
+            runs[name, amount] = lambda start=start, amount=amount: start(kernel, amount, folder)
+    costs = measure.run_in_turns(runs, rounds)
+    outputs = {costs[name, work][0].output for name in programs}
+    if len(outputs) != 1:
+        raise SystemExit(f"{kernel}: the programs do not agree: {outputs}")
+    return {
+        name: measure.least(costs[name, work], "cpu") - measure.least(costs[name, 0], "cpu")
+        for name in programs
+    }
+
+
+def engine_program(engine):
+    return lambda kernel, work, folder: run_engine(engine, kernel, work, folder)
+
+
+def against_python(engine, folder, rounds):
+    programs = {"engine": engine_program(engine), "python": run_python}
+    rows = []
+    for kernel, (title, work) in KERNELS.items():
+        seconds = compare(kernel, work, folder, programs, rounds)
+        rows.append((title, seconds["engine"], seconds["python"]))
+    return rows
+
+
+def against_other_engine(engine, other, folder, rounds):
+    """How many times as fast as another executable of the engine; with a tenth of the work."""
+    programs = {"engine": engine_program(engine), "other": engine_program(other)}
+    rows = []
+    for kernel, (title, work) in KERNELS.items():
+        work = 22 if kernel == "fib" else max(1, work // 10)
+        seconds = compare(kernel, work, folder, programs, rounds)
+        rows.append((title, seconds["engine"], seconds["other"]))
+    return rows

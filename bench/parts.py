@@ -1,0 +1,32 @@
+"""The parts, by Google Benchmark: runs it and takes the least of several repetitions."""
+
+import json
+
+import measure
+
+UNIT_SECONDS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
+
+
+def run(program, folder, repetitions):
+    """Returns, by name: seconds of processor time, and the record of the last repetition."""
+    cost = measure.run(
+        [
+            program,
+            "--benchmark_format=json",
+            f"--benchmark_repetitions={repetitions}",
+            "--benchmark_enable_random_interleaving=true",
+            "--benchmark_min_time=0.05",
+        ],
+        folder,
+        {"SDL_VIDEODRIVER": "offscreen"},
+    )
+    text = cost.output.decode()
+    seconds, records = {}, {}
+    for record in json.loads(text[text.index("{") :])["benchmarks"]:
+        if record["run_type"] != "iteration":
+            continue
+        name = record["run_name"].replace("/process_time", "")
+        taken = record["cpu_time"] * UNIT_SECONDS[record["time_unit"]]
+        seconds[name] = min(seconds.get(name, taken), taken)
+        records[name] = record
+    return seconds, records

@@ -1,0 +1,199 @@
+// Measures the parts of the interpreter and the two ticks.
+//
+// The figures are processor times of one visit. A place of the text is visited again and again, as
+// a running level does; the "first" rows measure what is paid once.
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "bench/level.h"
+#include "script/evaluator.h"
+#include "script/functions.h"
+#include "script/lexer.h"
+#include "script/program.h"
+#include "script/text.h"
+#include "script/tokens.h"
+#include "script/variables.h"
+#include "timers/timers.h"
+#include "units/unit_movement.h"
+#include "units/units.h"
+
+// The interpreter ---------------------------------------------------------------------------------
+
+static const char kText[] =
+    "int g;\n"
+    "int add(int a, int b) { return a + b; }\n"
+    "int nothing() { }\n"
+    "int main() { }\n";
+
+// The position in the text just loaded at which `piece` first stands.
+static Place* placeOf(const std::string& piece) {
+    const char* found = std::strstr(gProgramBuffer, piece.c_str());
+    if (found == nullptr) std::abort();
+    return placeAt(found);
+}
+
+// Loads kText with `expression` as the body of a function, and returns the expression's position.
+static Place* placeOfExpression(const std::string& expression) {
+    loadLevelText(std::string(kText) + "int here() {\n  " + expression + ";\n}\n");
+    return placeOf(expression);
+}
+
+static void evaluateAt(benchmark::State& state, Place* place) {
+    int32_t value = 0;
+    for (auto _ : state) {
+        gProgramPos = place;
+        evalExpression(value);
+        benchmark::DoNotOptimize(value);
+    }
+}
+
+static int64_t readAllTokens() {
+    int64_t count = 0;
+    gProgramPos = gPlaces;
+    do {
+        getToken();
+        count++;
+    } while (gToken->keyword != KeywordCode::Finished);
+    return count;
+}
+
+static void tokenFirstRead(benchmark::State& state) {
+    loadLevelText(kText);
+    const char* position = textAt(placeOf("return"));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(readToken(position));
+    }
+}
+
+static void tokenReadAgain(benchmark::State& state) {
+    loadLevelText(kText);
+    int64_t count = 0;
+    for (auto _ : state) {
+        count += readAllTokens();
+    }
+    state.SetItemsProcessed(count);
+}
+
+static void expression(benchmark::State& state) {
+    evaluateAt(state, placeOfExpression("(g * 3 + 7) % 1000 - g / (g + 2)"));
+}
+
+static void call(benchmark::State& state) {
+    evaluateAt(state, placeOfExpression("add(g, 1)"));
+}
+
+static void lookUpGlobal(benchmark::State& state) {
+    loadLevelText(kText);
+    Name* name = nameOf("g");
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(name);
+        benchmark::DoNotOptimize(findVar(name));
+    }
+}
+
+// The one wanted is the oldest of `range` locals, so the search passes all of them.
+static void lookUpLocal(benchmark::State& state) {
+    loadLevelText(kText);
+    Name* name = nameOf("wanted");
+    pushCall(gLocalTop);
+    pushLocal({name, kArgumentType, 1});
+    for (int64_t i = 1; i < state.range(0); i++)
+        pushLocal({nameOf("other" + std::to_string(i)), kArgumentType, 0});
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(name);
+        benchmark::DoNotOptimize(findVar(name));
+    }
+    gLocalTop = popCall();
+}
+
+static void lookUpBuiltin(benchmark::State& state) {
+    evaluateAt(state, placeOfExpression("getlasttimer()"));
+}
+
+static void lookUpFunction(benchmark::State& state) {
+    loadLevelText(kText);
+    const char* name = "nothing";
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(name);
+        benchmark::DoNotOptimize(findFunction(name));
+    }
+}
+
+static void loadLongestScript(benchmark::State& state) {
+    loadLevelText(longestLevelText());
+    for (auto _ : state) {
+        std::free(gProgramBuffer);
+        if (!loadScript(gProgramPath)) std::abort();
+    }
+}
+
+BENCHMARK(tokenFirstRead);
+BENCHMARK(tokenReadAgain);
+BENCHMARK(expression);
+BENCHMARK(call);
+BENCHMARK(lookUpGlobal);
+BENCHMARK(lookUpLocal)->Arg(1)->Arg(10);
+BENCHMARK(lookUpBuiltin);
+BENCHMARK(lookUpFunction);
+BENCHMARK(loadLongestScript);
+
+// The ticks ---------------------------------------------------------------------------------------
+
+static void tickTimers(benchmark::State& state, int32_t interval) {
+    loadLevelText(kText);
+    gTimers.clear();
+    for (int64_t i = 0; i < state.range(0); i++)
+        createTimer(false, interval, "nothing");
+    for (auto _ : state) {
+        stepAllTimers(1, nullptr);
+    }
+    gTimers.clear();
+}
+
+// A negative interval is a huge one: it is not reached within any run.
+static void tickIdleTimers(benchmark::State& state) {
+    tickTimers(state, -1);
+}
+
+static void tickFiringTimers(benchmark::State& state) {
+    tickTimers(state, 0);
+}
+
+// Units without a picture: the tick does not look at it.
+static void fillUnits(int64_t count) {
+    if (gUnitTypes.empty()) loadUnitTypes();
+    gUnits.clear();
+    for (int32_t id = 0; id < count; id++)
+        findOrCreateUnit(id);
+}
+
+static void tickIdleUnits(benchmark::State& state) {
+    fillUnits(state.range(0));
+    for (auto _ : state) {
+        stepAllUnits(10, nullptr);
+    }
+    gUnits.clear();
+}
+
+// Giving the orders is part of the time: an order is carried out within one tick.
+static void tickOrderedUnits(benchmark::State& state) {
+    fillUnits(state.range(0));
+    int32_t x = 0;
+    for (auto _ : state) {
+        x = x == 0 ? 500 : 0;
+        for (auto& entry : gUnits)
+            orderUnitMove(entry.second, x, 300);
+        stepAllUnits(10, nullptr);
+    }
+    gUnits.clear();
+}
+
+BENCHMARK(tickIdleTimers)->Arg(0)->Arg(10)->Arg(1000)->Arg(10000);
+BENCHMARK(tickFiringTimers)->Arg(0)->Arg(10)->Arg(1000)->Arg(10000);
+BENCHMARK(tickIdleUnits)->Arg(10000);
+BENCHMARK(tickOrderedUnits)->Arg(10000);
+
+BENCHMARK_MAIN();

@@ -1,0 +1,142 @@
+#!/usr/bin/python3
+"""Measures the engine and prints one table.
+
+    run.py BUILD_FOLDER [--rounds N] [--before ZEL]
+
+Every figure is the least of several runs; what is compared runs in turns. With --before the script
+kernels are compared with another executable of the engine as well.
+"""
+
+import argparse
+import os
+
+import kernels
+import parts
+import startup
+import measure
+
+PARTS = (
+    ("tokenFirstRead", "a token read for the first time", None),
+    ("expression", "an expression of 17 tokens", None),
+    ("call", "a call with two arguments", None),
+    ("lookUpGlobal", "a look-up of a global variable", None),
+    ("lookUpLocal/1", "a look-up of a local variable, the newest", None),
+    ("lookUpLocal/10", "a look-up of a local variable, the 10th newest", None),
+    ("lookUpBuiltin", "a call of a built-in without arguments", None),
+    ("lookUpFunction", "a look-up of a function by its text, for a timer", None),
+    ("loadLongestScript", "loading a script of 9999 bytes", 2e-3),
+    ("tickIdleTimers/0", "a tick, no timers", None),
+    ("tickIdleTimers/10", "a tick, 10 timers, none fires", None),
+    ("tickIdleTimers/1000", "a tick, 1,000 timers, none fires", 10e-6),
+    ("tickIdleTimers/10000", "a tick, 10,000 timers, none fires", None),
+    ("tickFiringTimers/10", "a tick, 10 timers, all fire", None),
+    ("tickFiringTimers/1000", "a tick, 1,000 timers, all fire", None),
+    ("tickFiringTimers/10000", "a tick, 10,000 timers, all fire", None),
+    ("tickIdleUnits/10000", "the unit tick, 10,000 units without orders", 200e-6),
+    ("tickOrderedUnits/10000", "10,000 orders and the unit tick that carries them out", None),
+)
+
+
+def readable(seconds):
+    for unit, scale in (("s", 1.0), ("ms", 1e3), ("µs", 1e6)):
+        if seconds * scale >= 1.0:
+            return f"{seconds * scale:.3g} {unit}"
+    return f"{seconds * 1e9:.3g} ns"
+
+
+def print_row(*cells):
+    print("| " + " | ".join(cells) + " |", flush=True)
+
+
+def print_kernels(engine, folder, rounds):
+    for title, ours, python in kernels.against_python(engine, folder, rounds):
+        print_row(
+            f"script: {title}",
+            readable(ours),
+            f"python3 {readable(python)}",
+            f"{python / ours:.2f} times as fast",
+            "0.5, stretch 1.0",
+        )
+
+
+def print_before(engine, other, folder, rounds):
+    for title, ours, before in kernels.against_other_engine(engine, other, folder, rounds):
+        print_row(
+            f"script: {title}",
+            readable(ours),
+            f"before {readable(before)}",
+            f"{before / ours:.1f} times as fast",
+            "10",
+        )
+
+
+def print_parts(program, folder, rounds):
+    seconds, records = parts.run(program, folder, rounds)
+    token = 1.0 / max(record.get("items_per_second", 0) or 1 for record in records.values())
+    print_row("a token read again", readable(token), "", "", "")
+    for name, title, goal in PARTS:
+        print_row(title, readable(seconds[name]), "", "", f"under {readable(goal)}" if goal else "")
+
+
+def print_drawing(program, folder, rounds):
+    seconds, records = parts.run(program, folder, rounds)
+    for what in ("images", "texts"):
+        for name in sorted(seconds, key=lambda name: int(name.split("/")[1])):
+            if not name.startswith(what + "Bare/"):
+                continue
+            count = int(name.split("/")[1])
+            ours = seconds[f"{what}Engine/{count}"]
+            allocations = records[f"{what}Engine/{count}"]["allocations"]
+            print_row(
+                f"a frame of {count:,} {what} ({allocations:g} C++ allocations)",
+                readable(ours),
+                f"bare SDL {readable(seconds[name])}",
+                f"{ours / seconds[name]:.2f} times its cost",
+                "1.10",
+            )
+
+
+def print_startup(engine, bare, folder, rounds, driver):
+    costs = startup.compare(engine, bare, folder, rounds, driver)
+    for field, title in (("wall", "time"), ("cpu", "processor time")):
+        ours, reference = (measure.least(costs[key], field) for key in ("engine", "bare"))
+        print_row(
+            f"start to the first frame, {title} ({driver})",
+            readable(ours),
+            f"bare SDL {readable(reference)}",
+            f"{ours / reference:.2f} times its cost",
+            "1.15",
+        )
+    ours, reference = (measure.least(costs[key], "peak_kib") / 1024 for key in ("engine", "bare"))
+    print_row(
+        f"peak resident size ({driver})",
+        f"{ours:.1f} MiB",
+        f"bare SDL {reference:.1f} MiB",
+        f"{ours - reference:+.1f} MiB",
+        "+8 MiB",
+    )
+
+
+def main():
+    arguments = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    arguments.add_argument("build")
+    arguments.add_argument("--rounds", type=int, default=7)
+    arguments.add_argument("--before", metavar="ZEL")
+    options = arguments.parse_args()
+    build = os.path.abspath(options.build)
+    folder = f"{build}/bench/level"
+    os.environ.setdefault("SDL_AUDIODRIVER", "dummy")
+
+    print_row("What", "Zel", "Reference", "Ratio", "Goal")
+    print_row(*["---"] * 5)
+    print_kernels(f"{build}/zel", folder, options.rounds)
+    if options.before:
+        print_before(f"{build}/zel", os.path.abspath(options.before), folder, options.rounds)
+    print_parts(f"{build}/bench/parts_bench", folder, options.rounds)
+    print_drawing(f"{build}/bench/draw_bench", folder, options.rounds)
+    drivers = ["offscreen"] + (["x11"] if os.environ.get("DISPLAY") else [])
+    for driver in drivers:
+        print_startup(f"{build}/zel", f"{build}/bench/bare_sdl", folder, 2 * options.rounds, driver)
+
+
+main()
