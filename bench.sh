@@ -27,8 +27,10 @@ case "${1:-}" in
         ;;
 esac
 installMissing "${kRunPackages[@]}" "${kVirtualDisplayPackages[@]}" "${kBenchPackages[@]}"
+tests=OFF
+if isInstalled libgtest-dev; then tests=ON; fi
 echo "Building..."
-quietly "configuring" cmake --preset release -DZEL_BENCH=ON
+quietly "configuring" cmake --preset release -DZEL_BENCH=ON -DZEL_TESTS="$tests"
 quietly "building" cmake --build build --target zel parts_bench draw_bench bare_sdl
 trap stopVirtualDisplay EXIT
 startVirtualDisplay

@@ -4,6 +4,10 @@ The level ends the engine through a timer that is due at once: with the ticks on
 fires right behind the first frame, a millisecond after the start at the earliest. The bare program
 ends behind its first frame as well. So the engine's figure holds everything a player waits for, and
 up to one millisecond more.
+
+The engine copies its selection-frame picture to the renderer when it loads it. The first copy of any
+texture makes the OpenGL driver prepare its shaders; the second reference, a bare program that draws
+one picture, shows what of the difference that is.
 """
 
 import measure
@@ -19,6 +23,7 @@ def compare(engine, bare, folder, rounds, driver):
         {
             "engine": lambda: measure.run([engine], folder, environment),
             "bare": lambda: measure.run([bare], folder, environment),
+            "picture": lambda: measure.run([bare, "picture"], folder, environment),
         },
         rounds,
     )
