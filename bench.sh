@@ -31,7 +31,7 @@ tests=OFF
 if isInstalled libgtest-dev; then tests=ON; fi
 echo "Building..."
 quietly "configuring" cmake --preset release -DZEL_BENCH=ON -DZEL_TESTS="$tests"
-quietly "building" cmake --build build --target zel parts_bench draw_bench bare_sdl
+quietly "building" cmake --build build --target zel parts_bench draw_bench first_frame bare_sdl
 trap stopVirtualDisplay EXIT
 startVirtualDisplay
 /usr/bin/python3 bench/run.py build "$@"

@@ -70,7 +70,7 @@ def against_other_engine(engine, other, folder, rounds):
     programs = {"engine": engine_program(engine), "other": engine_program(other)}
     rows = []
     for kernel, (title, work) in KERNELS.items():
-        work = 22 if kernel == "fib" else max(1, work // 10)
+        work = 26 if kernel == "fib" else max(1, work // 10)
         seconds = compare(kernel, work, folder, programs, rounds)
         rows.append((title, seconds["engine"], seconds["other"]))
     return rows

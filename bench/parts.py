@@ -26,7 +26,7 @@ def run(program, folder, repetitions):
     for record in json.loads(text[text.index("{") :])["benchmarks"]:
         if record["run_type"] != "iteration":
             continue
-        name = record["run_name"].replace("/process_time", "")
+        name = record["run_name"].split("/iterations")[0]
         taken = record["cpu_time"] * UNIT_SECONDS[record["time_unit"]]
         seconds[name] = min(seconds.get(name, taken), taken)
         records[name] = record

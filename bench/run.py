@@ -78,26 +78,23 @@ def print_parts(program, folder, rounds):
         print_row(title, readable(seconds[name]), "", "", f"under {readable(goal)}" if goal else "")
 
 
-def print_drawing(program, folder, rounds):
-    seconds, records = parts.run(program, folder, rounds)
-    for what in ("images", "texts"):
-        for name in sorted(seconds, key=lambda name: int(name.split("/")[1])):
-            if not name.startswith(what + "Bare/"):
-                continue
-            count = int(name.split("/")[1])
-            ours = seconds[f"{what}Engine/{count}"]
-            allocations = records[f"{what}Engine/{count}"]["allocations"]
-            print_row(
-                f"a frame of {count:,} {what} ({allocations:g} C++ allocations)",
-                readable(ours),
-                f"bare SDL {readable(seconds[name])}",
-                f"{ours / seconds[name]:.2f} times its cost",
-                "1.10",
-            )
+def print_drawing(program, folder):
+    _, records = parts.run(program, folder, 1)
+    for name, record in records.items():
+        what, count = name.split("/")[:2]
+        ours, bare = record["engine"], record["bare"]
+        print_row(
+            f"a frame of {int(count):,} {what} ({record['allocations']:g} C++ allocations)",
+            readable(ours),
+            f"bare SDL {readable(bare)}",
+            f"{ours / bare:.2f} times its cost",
+            "1.10",
+        )
 
 
-def print_startup(engine, bare, folder, rounds, driver):
-    costs = startup.compare(engine, bare, folder, rounds, driver)
+def print_startup(build, folder, rounds, driver):
+    first_frame, bare = f"{build}/bench/first_frame", f"{build}/bench/bare_sdl"
+    costs = startup.compare(first_frame, bare, folder, rounds, driver)
     for key, title, goals in (
         ("bare", "bare SDL", ("1.15", "1.15", "+8 MiB")),
         ("picture", "with a picture", ("", "", "")),
@@ -137,10 +134,10 @@ def main():
     if options.before:
         print_before(f"{build}/zel", os.path.abspath(options.before), folder, options.rounds)
     print_parts(f"{build}/bench/parts_bench", folder, options.rounds)
-    print_drawing(f"{build}/bench/draw_bench", folder, options.rounds)
+    print_drawing(f"{build}/bench/draw_bench", folder)
     drivers = ["offscreen"] + (["x11"] if os.environ.get("DISPLAY") else [])
     for driver in drivers:
-        print_startup(f"{build}/zel", f"{build}/bench/bare_sdl", folder, 2 * options.rounds, driver)
+        print_startup(build, folder, 3 * options.rounds, driver)
 
 
 main()
