@@ -80,8 +80,9 @@ def print_parts(program, folder, rounds):
 
 def print_drawing(program, folder):
     _, records = parts.run(program, folder, 1)
-    for name, record in records.items():
-        what, count = name.split("/")[:2]
+    for name in sorted(records, key=lambda name: (name.split("/")[0], int(name.split("/")[1]))):
+        record = records[name]
+        what, count = name.split("/")
         ours, bare = record["engine"], record["bare"]
         print_row(
             f"a frame of {int(count):,} {what} ({record['allocations']:g} C++ allocations)",
