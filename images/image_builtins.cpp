@@ -15,12 +15,9 @@ int32_t builtinShowImage() {
 }
 
 int32_t builtinMoveImage() {
+    int32_t id = 0, x = 0, y = 0;
     openArguments();
-    const int32_t id = readInteger();
-    nextArgument();
-    const int32_t x = readInteger();
-    nextArgument();
-    const int32_t y = readInteger();
+    readIntegers({&id, &x, &y});
     expectCloseParen();
     if (Image* image = findImage(id)) setPosition(*image, x, y);
     return 0;
@@ -37,12 +34,9 @@ int32_t builtinGetImageY() {
 }
 
 int32_t builtinChangeSizeImage() {
+    int32_t id = 0, w = 0, h = 0;
     openArguments();
-    const int32_t id = readInteger();
-    nextArgument();
-    const int32_t w = readInteger();
-    nextArgument();
-    const int32_t h = readInteger();
+    readIntegers({&id, &w, &h});
     expectCloseParen();
     if (Image* image = findImage(id)) setSize(*image, w, h);
     return 0;

@@ -27,6 +27,15 @@ void nextArgument() {
     getToken();
 }
 
+void readIntegers(std::initializer_list<int32_t*> targets) {
+    bool isFirst = true;
+    for (int32_t* target : targets) {
+        if (!isFirst) nextArgument();
+        *target = readInteger();
+        isFirst = false;
+    }
+}
+
 void readText(ArgumentText& text) {
     getToken();
     std::memcpy(text, gToken->text, sizeof text);

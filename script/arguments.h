@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 
 #include "script/lexer.h"
 
@@ -26,6 +27,9 @@ void openArguments();
 
 // Reads one integer expression.
 int32_t readInteger();
+
+// Reads integer expressions, the separators between them included: one for each target.
+void readIntegers(std::initializer_list<int32_t*> targets);
 
 // Reads the separator before a further argument. It is not checked: any token will do.
 void nextArgument();

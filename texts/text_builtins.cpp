@@ -16,12 +16,9 @@ int32_t builtinChangeAllFont() {
 }
 
 int32_t builtinChangeAllColorFont() {
+    int32_t red = 0, green = 0, blue = 0;
     openArguments();
-    const int32_t red = readInteger();
-    nextArgument();
-    const int32_t green = readInteger();
-    nextArgument();
-    const int32_t blue = readInteger();
+    readIntegers({&red, &green, &blue});
     expectCloseParen();
     setTextColour(red, green, blue);
     return 0;
@@ -32,10 +29,8 @@ int32_t builtinCreateText() {
     ArgumentText text;
     readText(text);
     SDL_Rect rect;
-    for (int* value : {&rect.x, &rect.y, &rect.w, &rect.h}) {
-        nextArgument();
-        *value = readInteger();
-    }
+    nextArgument();
+    readIntegers({&rect.x, &rect.y, &rect.w, &rect.h});
     const int32_t number = createGameText(text, rect);
     expectCloseParen();
     return number;
@@ -66,12 +61,9 @@ int32_t builtinGetLastGameText() {
 }
 
 int32_t builtinMoveGameText() {
+    int32_t id = 0, x = 0, y = 0;
     openArguments();
-    const int32_t id = readInteger();
-    nextArgument();
-    const int32_t x = readInteger();
-    nextArgument();
-    const int32_t y = readInteger();
+    readIntegers({&id, &x, &y});
     setTextPosition(findOrCreateGameText(id), x, y);
     expectCloseParen();
     return 0;
@@ -86,12 +78,9 @@ int32_t builtinGetGameTextY() {
 }
 
 int32_t builtinSetGameTextWh() {
+    int32_t id = 0, w = 0, h = 0;
     openArguments();
-    const int32_t id = readInteger();
-    nextArgument();
-    const int32_t w = readInteger();
-    nextArgument();
-    const int32_t h = readInteger();
+    readIntegers({&id, &w, &h});
     setTextSize(findOrCreateGameText(id), w, h);
     expectCloseParen();
     return 0;

@@ -4,24 +4,18 @@
 #include "units/units.h"
 
 int32_t builtinCreateUnit() {
+    int32_t typeIndex = 0, x = 0, y = 0;
     openArguments();
-    const int32_t typeIndex = readInteger();
-    nextArgument();
-    const int32_t x = readInteger();
-    nextArgument();
-    const int32_t y = readInteger();
+    readIntegers({&typeIndex, &x, &y});
     const int32_t id = createUnit(typeIndex, x, y);  // even if the ")" is missing
     expectCloseParen();
     return id;
 }
 
 int32_t builtinMoveUnit() {
+    int32_t id = 0, x = 0, y = 0;
     openArguments();
-    const int32_t id = readInteger();
-    nextArgument();
-    const int32_t x = readInteger();
-    nextArgument();
-    const int32_t y = readInteger();
+    readIntegers({&id, &x, &y});
     expectCloseParen();
     setUnitPosition(findOrCreateUnit(id), x, y);
     return 0;
