@@ -32,11 +32,9 @@ int main()
 
 def bound_key_fires_when_pressed(game):
     game.says("\nready")
-    game.press("a")
-    game.says("\nkey 4")
+    game.tap("a", "\nkey 4")
     game.press("F1")
-    game.press("b")
-    game.says("\nkey 5")
+    game.tap("b", "\nkey 5")
     game.is_silent()
 
 
@@ -57,33 +55,26 @@ def held_key_fires_again_with_a_second_one(game):
 
 def changed_key_calls_the_other_function(game):
     game.says("\nready")
-    game.press("c")
-    game.says("\nchanged")
-    game.press("a")
-    game.says("\nother 4")
-    game.press("b")
-    game.says("\nkey 5")
+    game.tap("c", "\nchanged")
+    game.tap("a", "\nother 4")
+    game.tap("b", "\nkey 5")
     game.is_silent()
 
 
 def removed_key_is_silent(game):
     game.says("\nready")
-    game.press("d")
-    game.says("\nremoved")
-    game.press("a", "b")
-    game.says("\nkey 5")
-    game.press("c")
-    game.says("\nchanged")
+    game.tap("d", "\nremoved")
+    game.press("a")
+    game.tap("b", "\nkey 5")
+    game.tap("c", "\nchanged")
     game.press("a")
     game.is_silent()
 
 
 def function_that_removes_itself_skips_the_next_one_once(game):
     game.says("\nready")
-    game.press("f")
-    game.says("\nonce")
-    game.press("f")
-    game.says("\nkey 9")
+    game.tap("f", "\nonce")
+    game.tap("f", "\nkey 9")
     game.is_silent()
 
 

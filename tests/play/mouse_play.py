@@ -86,8 +86,7 @@ def frame_dragged_back_draws_nothing_and_picks(game):
     game.says("\nChoosen=1")
     game.drag(120, 120, 90, 90)
     game.click(300, 300, button=3)
-    game.press("a")
-    game.says("100\n 100")
+    game.tap("a", "100\n 100")
     game.is_silent()
 
 
@@ -97,8 +96,7 @@ def right_click_far_away_sends_the_unit(game):
     game.says("\nChoosen=1")
     game.click(400, 300, button=3)
     game.colour_becomes(407, 307, BLUE)
-    game.press("a")
-    game.says("400\n 300")
+    game.tap("a", "400\n 300")
     assert game.picture().at(107, 107) == WHITE
     game.click(50, 400, button=3)
     game.colour_becomes(57, 407, BLUE)
@@ -110,12 +108,10 @@ def right_click_nearby_leaves_the_unit(game):
     game.says("\nChoosen=1")
     game.click(110, 105, button=3)
     game.click(115, 100, button=3)
-    game.press("a")
-    game.says("100\n 100")
+    game.tap("a", "100\n 100")
     game.click(116, 100, button=3)
     game.colour_becomes(128, 107, BLUE)
-    game.press("a")
-    game.says("116\n 100")
+    game.tap("a", "116\n 100")
 
 
 def frame_sends_all_its_units(game):
@@ -130,14 +126,12 @@ def frame_sends_all_its_units(game):
 
 def lowest_id_is_picked_of_two(game):
     game.says("\nready")
-    game.press("b")
-    game.says("\nplaced")
+    game.tap("b", "\nplaced")
     game.click(112, 112)
     game.says("\nChoosen=1")
     game.click(400, 300, button=3)
     game.colour_becomes(407, 307, BLUE)
-    game.press("a")
-    game.says("400\n 300")
+    game.tap("a", "400\n 300")
 
 
 def other_buttons_do_nothing(game):

@@ -85,8 +85,7 @@ def text_stands_in_its_place_and_colour(game):
 def changed_font_changes_the_letters(game):
     game.colour_becomes(290, 270, GREY)
     before = game.picture().area(20, 20, 300, 30)
-    game.press("b")
-    game.says("\nready\nbig")
+    game.tap("b", "\nready\nbig")
     game.see(lambda seen: seen.area(20, 20, 300, 30) != before, what="other letters")
     bigger = game.picture()
     assert len(words(bigger)) > 500
@@ -97,8 +96,7 @@ def missing_font_leaves_the_letters(game):
     game.says("\nready")
     game.colour_becomes(290, 270, GREY)
     before = game.picture().area(20, 20, 300, 30)
-    game.press("c")
-    game.says("Cant load none.ttf font!")
+    game.tap("c", "Cant load none.ttf font!")
     game.is_silent()
     assert game.picture().area(20, 20, 300, 30) == before
 

@@ -33,8 +33,7 @@ int main()
 
 def closed_by_the_window_manager(game):
     game.says("\nready")
-    game.press("a")
-    game.says("\nlast")
+    game.tap("a", "\nlast")
     game.xdotool("key", "alt+F4")  # the window manager asks the window to close
     game.ends_with(0)
     game.is_silent()
@@ -90,8 +89,7 @@ def left_by_a_key(game):
 
 def left_by_a_timer(game):
     game.says("\nready")
-    game.press("c")
-    game.says("\ntimer\nleft")
+    game.tap("c", "\ntimer\nleft")
     lives_on_until_stopped(game)
 
 

@@ -88,6 +88,13 @@ class LevelPlayer(player.Player):
         assert heard == text, f"heard {heard!r} in place of {text!r}"
         self.heard += len(text)
 
+    def tap(self, key, text):
+        """Presses a key until the very next output is this text: however slow the frames are, the
+        key is down when its event is read."""
+        self.hold(key)
+        self.says(text)
+        self.release(key)
+
     def is_silent(self):
         """Checks that nothing is printed that was not heard, for some passes of the loop."""
         time.sleep(0.15)
