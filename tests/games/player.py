@@ -151,7 +151,11 @@ class Player:
             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
         ).stdout.decode().strip()
         if focus != self.window:
-            self.xdotool("windowfocus", self.window)
+            # A window that the window manager is just putting into its frame refuses: asked again.
+            subprocess.run(
+                ["xdotool", "windowfocus", self.window], env=self.environment, timeout=20,
+                stderr=subprocess.DEVNULL,
+            )
         return focus == self.window
 
     def is_settled(self):
