@@ -18,9 +18,7 @@ void openArguments() {
 int32_t readInteger() {
     getToken();
     putBack();
-    int32_t value = 0;
-    evalExpression(value);
-    return value;
+    return evalExpression();
 }
 
 void nextArgument() {

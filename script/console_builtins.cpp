@@ -16,8 +16,7 @@ int32_t builtinGetche() {
 
 int32_t builtinPutch() {
     // The parentheses are those of a parenthesised expression: putch(1, 2) fails on its comma.
-    int32_t value = 0;
-    evalExpression(value);
+    const int32_t value = evalExpression();
     std::printf("%d", value);
     return value;
 }
@@ -36,9 +35,7 @@ int32_t builtinPrint() {
         std::printf("\n%s", gToken->text);
     } else {
         putBack();
-        int32_t value = 0;
-        evalExpression(value);
-        std::printf("%d", value);
+        std::printf("%d", evalExpression());
     }
     closeStatement();
     return 0;

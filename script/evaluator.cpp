@@ -58,11 +58,12 @@ static bool compare(char relation, int32_t a, int32_t b) {
 
 // Operands ------------------------------------------------------------------------------------
 
-static void evalAssign(int32_t& value);
+// Each level of the grammar is a function that starts at the current token, is given the value so
+// far and returns the new one: an empty pair of parentheses leaves what it was given. The
+// short ones are inlined: most operands have nothing around them, and pay for no level that they do
+// not use.
 
-static inline bool isCall(const Name* name) {
-    return name->builtin != nullptr || name->function != nullptr;
-}
+static int32_t evalAssign(int32_t value);
 
 // The two calls of an identifier. Out of the way of the variables, which are met far more often.
 [[gnu::noinline]] static int32_t evalCall(const Name* name) {
@@ -80,12 +81,13 @@ static inline bool isCall(const Name* name) {
 
 // identifier -> builtin arguments | function arguments | variable
 // A built-in hides a function, a function hides a variable of the same name.
-static inline void evalName(const Name* name, int32_t& value) {
-    value = isCall(name) ? evalCall(name) : findVar(name);
+static inline int32_t evalName(const Name* name) {
+    const bool isCall = name->builtin != nullptr || name->function != nullptr;
+    return isCall ? evalCall(name) : findVar(name);
 }
 
 // The position stands behind the opening quote. No escapes: the character counts as it is.
-static int32_t evalCharacter() {
+[[gnu::noinline]] static int32_t evalCharacter() {
     const char* position = textAt(gProgramPos);
     if (byteAt(position) == '\0' || byteAt(position + 1) != '\'') {
         syntaxError(ScriptError::NoClosingQuote);
@@ -95,97 +97,93 @@ static int32_t evalCharacter() {
 }
 
 // atom -> identifier ... | number | "'" character "'" | (nothing, before a ")")
-[[gnu::always_inline]] static inline void atom(int32_t& value) {
+[[gnu::always_inline]] static inline int32_t atom(int32_t value) {
     const Place* token = gToken;  // once: the other thread may take a token in between
     if (token->kind == TokenKind::Identifier) {
-        evalName(token->name, value);
+        value = evalName(token->name);
     } else if (token->kind == TokenKind::Number) {
         value = token->number;
     } else if (tokenIs('\'')) {
         value = evalCharacter();
     } else if (tokenIs(')')) {
-        return;
+        return value;
     } else {
         syntaxError(ScriptError::Syntax);
     }
     getToken();
+    return value;
 }
 
-// The inner half of paren, behind its "(". `value` is what an empty pair of parentheses leaves.
-[[gnu::noinline]] static int32_t evalInParens(int32_t value) {
+// paren -> "(" assign ")" | atom
+[[gnu::noinline]] static int32_t evalParen(int32_t value) {
+    if (!tokenIs('(')) return atom(value);
     enterNesting();
     getToken();
-    evalAssign(value);
+    value = evalAssign(value);
     if (!tokenIs(')')) syntaxError(ScriptError::NoParens);
     getToken();
     leaveNesting();
     return value;
 }
 
-// paren -> "(" assign ")" | atom
-[[gnu::always_inline]] static inline void evalParen(int32_t& value) {
-    if (tokenIs('(')) {
-        value = evalInParens(value);
-    } else {
-        atom(value);
-    }
-}
-
 // Operators -----------------------------------------------------------------------------------
 
 // unary -> [ "+" | "-" ] paren
-[[gnu::always_inline]] static inline void evalUnary(int32_t& value) {
+[[gnu::always_inline]] static inline int32_t evalUnary(int32_t value) {
     if (gToken->symbol == 0) return atom(value);  // no sign and no parenthesis: most operands
     const bool minus = tokenIs('-');
     if (minus || tokenIs('+')) getToken();
-    evalParen(value);
-    if (minus) value = wrapSubtract(0, value);
+    value = evalParen(value);
+    return minus ? wrapSubtract(0, value) : value;
 }
 
+static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b) {
+    if (operation == '*') return wrapMultiply(a, b);
+    return operation == '/' ? divide(a, b) : remainder(a, b);
+}
+
+// The levels of the operators start behind their first operand, which is the value they are given.
+
 // product -> unary { ( "*" | "/" | "%" ) unary }
-[[gnu::always_inline]] static inline void evalMulDiv(int32_t& value) {
-    evalUnary(value);
-    while (tokenIs('*') || tokenIs('/') || tokenIs('%')) {
+[[gnu::always_inline]] static inline int32_t evalMulDiv(int32_t value) {
+    while (gToken->binding == Binding::Product) {
         const char operation = gToken->symbol;
         getToken();
-        int32_t right = 0;
-        evalUnary(right);
-        if (operation == '*') value = wrapMultiply(value, right);
-        if (operation == '/') value = divide(value, right);
-        if (operation == '%') value = remainder(value, right);
+        const int32_t right = evalUnary(0);
+        value = multiplyOrDivide(operation, value, right);
     }
+    return value;
 }
 
 // sum -> product { ( "+" | "-" ) product }
-[[gnu::always_inline]] static inline void evalAddSub(int32_t& value) {
-    evalMulDiv(value);
-    while (tokenIs('+') || tokenIs('-')) {
+[[gnu::always_inline]] static inline int32_t evalAddSub(int32_t value) {
+    value = evalMulDiv(value);
+    while (gToken->binding == Binding::Sum) {
         const bool minus = tokenIs('-');
         getToken();
-        int32_t right = 0;
-        evalMulDiv(right);
+        const int32_t right = evalMulDiv(evalUnary(0));
         value = minus ? wrapSubtract(value, right) : wrapAdd(value, right);
     }
+    return value;
 }
 
 // relation -> sum [ ( "<" | "<=" | ">" | ">=" | "==" | "!=" | empty token ) sum ]
-// One comparison only. The operators are a zero-terminated set, and an empty token is found in it:
-// its right operand is read, evaluated and dropped.
-static void evalRelational(int32_t& value) {
-    evalAddSub(value);
+// One comparison only. The right operand of an empty token is read, evaluated and dropped.
+[[gnu::noinline]] static int32_t evalRelational(int32_t value) {
+    value = evalAddSub(value);
+    if (gToken->binding != Binding::Relation) return value;
     const char relation = gToken->symbol;
-    if (relation > kNotEqual || (relation == 0 && !tokenIsEmpty())) return;
     getToken();
-    int32_t right = 0;
-    evalAddSub(right);
-    if (relation != 0) value = compare(relation, value, right) ? 1 : 0;
+    const int32_t right = evalAddSub(evalUnary(0));
+    if (relation == 0) return value;
+    return compare(relation, value, right) ? 1 : 0;
 }
 
 // The variable of this name, that of the current token, if "=" stands behind it; else null. Finding
 // out reads the token behind and puts it back: that moves the position behind blanks and comments,
 // behind an empty token, into a string. Only getche and getnum, which go on character by character,
 // would see a position before a plain token.
-static ScriptVariable* assignedVariable(const Name* name) {
+static inline ScriptVariable* assignedVariable(const Name* name) {
     const bool isPlain = gProgramPos->plain && name->builtin == nullptr;
     if (isPlain && gProgramPos->symbol != '=') return nullptr;
     ScriptVariable* variable = lookUpVariable(name);
@@ -196,65 +194,50 @@ static ScriptVariable* assignedVariable(const Name* name) {
     return nullptr;
 }
 
-// A number or a variable with nothing behind it, as in "f(1, n)": saves the walk down the levels
-// for what stands in a text most often. Returns false, having done nothing, for anything else; so
-// for a call, which may read on behind the token behind its name.
-static bool evalLoneOperand(int32_t& value) {
-    Place* next = gProgramPos;
-    const char end = next->plain ? next->symbol : '\0';
-    if (end != ')' && end != ';' && end != ',') return false;
-    const Place* token = gToken;
-    if (token->kind == TokenKind::Number) {
-        value = token->number;
-    } else if (token->kind == TokenKind::Identifier && !isCall(token->name)) {
-        value = findVar(token->name);
-    } else {
-        return false;
-    }
-    takeToken(next);
-    return true;
-}
-
 // assign -> variable "=" assign | relation
-static void evalAssign(int32_t& value) {
-    if (evalLoneOperand(value)) return;
+static int32_t evalAssign(int32_t value) {
     ScriptVariable* variable = nullptr;
     const Place* token = gToken;
     if (token->kind == TokenKind::Identifier) variable = assignedVariable(token->name);
-    if (variable == nullptr) return evalRelational(value);
+    if (variable == nullptr) {
+        value = evalUnary(value);
+        return gToken->binding == Binding::None ? value : evalRelational(value);
+    }
     enterNesting();
     getToken();
     getToken();
-    evalAssign(value);
+    value = evalAssign(value);
     variable->value = value;
     leaveNesting();
+    return value;
 }
 
-// Evaluates the expression at the position and leaves the token behind it as the current one.
-// Returns false if there was only a ";": that is 0, and nothing is left to put back.
-static bool evalFromPosition(int32_t& value) {
+// Takes the first token of the expression at the position. Returns false if that is a ";": it
+// counts as 0 and stays consumed, and nothing is left to put back.
+static inline bool beginExpression() {
     getToken();
     if (tokenIsEmpty()) syntaxError(ScriptError::NoExpression);
-    if (tokenIs(';')) {
-        value = 0;
-        return false;
+    return !tokenIs(';');
+}
+
+int32_t evalExpression() {
+    if (!beginExpression()) return 0;
+    const int32_t value = evalAssign(0);
+    putBack();
+    return value;
+}
+
+int32_t evalArgument() {
+    int32_t value = 0;
+    if (beginExpression()) {
+        value = evalAssign(0);
+        if (gToken->plain) return value;  // put back it would be read again as it is
+        putBack();
     }
-    evalAssign(value);
-    return true;
-}
-
-void evalExpression(int32_t& value) {
-    if (evalFromPosition(value)) putBack();
-}
-
-void evalArgument(int32_t& value) {
-    const bool ended = evalFromPosition(value);
-    if (ended && gToken->plain) return;  // put back it would be read again as it is
-    if (ended) putBack();
     getToken();
+    return value;
 }
 
 void evalCurrentExpression() {
-    int32_t value = 0;
-    evalAssign(value);
+    evalAssign(0);
 }

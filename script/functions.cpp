@@ -30,9 +30,7 @@ void getArgs() {
     if (!tokenIs('(')) syntaxError(ScriptError::NoParens);
     do {
         if (count == kMaxArguments) syntaxError(ScriptError::TooManyArguments);
-        values[count] = 0;
-        evalArgument(values[count]);
-        count++;
+        values[count++] = evalArgument();
     } while (tokenIs(','));
 
     while (count > 0)

@@ -10,12 +10,6 @@
 #include "script/tokens.h"
 #include "script/variables.h"
 
-static int32_t evaluate() {
-    int32_t value = 0;
-    evalExpression(value);
-    return value;
-}
-
 static void requireSemicolon() {
     if (!tokenIs(';')) syntaxError(ScriptError::NoSemicolon);
 }
@@ -42,7 +36,7 @@ static void declareLocal() {
 
 // "if" expression statement [ "else" statement ]
 static void execIf() {
-    if (evaluate() != 0) {
+    if (evalExpression() != 0) {
         interpretBlock();  // the block around us skips the else part when it meets it
         return;
     }
@@ -58,7 +52,7 @@ static void execIf() {
 // "while" expression statement
 static void execWhile() {
     Place* start = gToken->back;  // the word itself
-    if (evaluate() != 0) {
+    if (evalExpression() != 0) {
         interpretBlock();
         gProgramPos = start;
     } else {
@@ -72,13 +66,13 @@ static void execDo() {
     interpretBlock();
     getToken();
     if (gToken->keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile);
-    if (evaluate() != 0) gProgramPos = start;
+    if (evalExpression() != 0) gProgramPos = start;
 }
 
 // Evaluates a part of a `for` up to its ";" and steps over the character at the position. That is
 // the ";" put back; after an empty part, whose ";" is consumed, it is the character behind it.
 static int32_t evaluateForPart() {
-    const int32_t value = evaluate();
+    const int32_t value = evalExpression();
     requireSemicolon();
     skipCharacter();
     return value;
@@ -96,7 +90,7 @@ static void execFor() {
         if (!goesOn) break;
         interpretBlock();
         gProgramPos = step;
-        evaluate();
+        evalExpression();
         gProgramPos = test;
     }
     findEndOfBlock();
@@ -135,7 +129,7 @@ static bool execKeyword() {
             execWhile();
             return true;
         case KeywordCode::Return:
-            gReturnValue = evaluate();
+            gReturnValue = evalExpression();
             return false;
         case KeywordCode::End:
             endProcess(0);

@@ -29,7 +29,30 @@ Place* placeAt(const char* position) {
 
 // Reading -------------------------------------------------------------------------------------
 
+// The relational operators are a zero-terminated set, and an empty token is found in it.
+static Binding bindingOf(const Place& place) {
+    switch (place.symbol) {
+        case '*':
+        case '/':
+        case '%':
+            return Binding::Product;
+        case '+':
+        case '-':
+            return Binding::Sum;
+        case kLess:
+        case kLessOrEqual:
+        case kGreater:
+        case kGreaterOrEqual:
+        case kEqual:
+        case kNotEqual:
+            return Binding::Relation;
+        default:
+            return place.length == 0 ? Binding::Relation : Binding::None;
+    }
+}
+
 static void keepMeaning(Place& place) {
+    place.binding = bindingOf(place);
     const bool isEmpty = place.length == 0 && place.kind == TokenKind::Delimiter;
     // A "/" directly behind a comment is read as the start of one when it is read at its own place.
     const char behind = byteAt(textAt(place.next));

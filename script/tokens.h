@@ -24,8 +24,17 @@ enum class PlaceState : uint8_t {
     Faulty  // it has been read, and taking it raises its error
 };
 
+// What an expression takes the token behind an operand for.
+enum class Binding : uint8_t {
+    None,     // the end of the expression
+    Product,  // "*" "/" "%"
+    Sum,      // "+" "-"
+    Relation  // the relational operators and every empty token
+};
+
 struct Place {
     PlaceState state = PlaceState::Unread;
+    Binding binding = Binding::None;
     bool plain = false;  // put back, it is read again as it was; not so an empty one or a string
     bool stuck = false;  // an empty token that ends where it was read: reading on reads it for ever
     TokenKind kind = TokenKind::Delimiter;
