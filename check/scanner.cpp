@@ -88,23 +88,8 @@ static const char kRelationTexts[][3] = {
     {kEqual, kEqual, 0}, {kNotEqual, kNotEqual, 0},
 };
 
-static char relationAt(char first, bool orEqual) {
-    switch (first) {
-        case '<':
-            return orEqual ? kLessOrEqual : kLess;
-        case '>':
-            return orEqual ? kGreaterOrEqual : kGreater;
-        case '=':
-            return orEqual ? kEqual : '\0';
-        case '!':
-            return orEqual ? kNotEqual : '\0';
-        default:
-            return '\0';
-    }
-}
-
 bool Scanner::readRelation(Lexeme& token) const {
-    const char code = relationAt(byteAt(token.start), byteAt(token.start + 1) == '=');
+    const char code = relationCode(byteAt(token.start), byteAt(token.start + 1) == '=');
     if (code == '\0') return false;
     token.text = kRelationTexts[code - 1];
     token.next = token.start + token.text.size();

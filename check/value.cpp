@@ -1,43 +1,26 @@
 #include "check/value.h"
 
-#include "script/lexer.h"
+#include "script/arithmetic.h"
 
 Value calculate(char operation, Value left, Value right) {
     if (!left.known || !right.known) return {};
-    const int64_t a = left.number;
-    const int64_t b = right.number;
+    const int32_t a = left.number;
+    const int32_t b = right.number;
     switch (operation) {
         case '+':
-            return knownValue(a + b);
+            return knownValue(wrapAdd(a, b));
         case '-':
-            return knownValue(a - b);
+            return knownValue(wrapSubtract(a, b));
         case '*':
-            return knownValue(a * b);
+            return knownValue(wrapMultiply(a, b));
         case '/':
-            return b == 0 ? Value() : knownValue(a / b);
+            return b == 0 ? Value() : knownValue(wrapDivide(a, b));
         default:
-            return b == 0 ? Value() : knownValue(a % b);
-    }
-}
-
-static bool holds(char relation, int32_t a, int32_t b) {
-    switch (relation) {
-        case kLess:
-            return a < b;
-        case kLessOrEqual:
-            return a <= b;
-        case kGreater:
-            return a > b;
-        case kGreaterOrEqual:
-            return a >= b;
-        case kEqual:
-            return a == b;
-        default:
-            return a != b;
+            return b == 0 ? Value() : knownValue(wrapRemainder(a, b));
     }
 }
 
 Value compare(char relation, Value left, Value right) {
     if (!left.known || !right.known) return {};
-    return knownValue(holds(relation, left.number, right.number) ? 1 : 0);
+    return knownValue(compareValues(relation, left.number, right.number) ? 1 : 0);
 }

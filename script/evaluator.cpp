@@ -1,5 +1,6 @@
 #include "script/evaluator.h"
 
+#include "script/arithmetic.h"
 #include "script/builtins.h"
 #include "script/errors.h"
 #include "script/functions.h"
@@ -10,50 +11,17 @@
 #include "script/tokens.h"
 #include "script/variables.h"
 
-// Arithmetic ----------------------------------------------------------------------------------
-
-// The operations of a 32-bit processor, without what C++ leaves undefined.
-
-static int32_t wrapAdd(int32_t a, int32_t b) {
-    return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
-}
-
-static int32_t wrapSubtract(int32_t a, int32_t b) {
-    return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
-}
-
-static int32_t wrapMultiply(int32_t a, int32_t b) {
-    return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
-}
+// Division ------------------------------------------------------------------------------------
 
 static int32_t divide(int32_t a, int32_t b) {
     if (b == 0) syntaxError(ScriptError::DivisionByZero);
-    if (b == -1) return wrapSubtract(0, a);
-    return a / b;
+    return wrapDivide(a, b);
 }
 
 // The remainder checks nothing: a zero divisor ends the process as the processor's own fault would.
 static int32_t remainder(int32_t a, int32_t b) {
     if (b == 0) raiseDivisionFault();
-    if (b == -1) return 0;
-    return a % b;
-}
-
-static bool compare(char relation, int32_t a, int32_t b) {
-    switch (relation) {
-        case kLess:
-            return a < b;
-        case kLessOrEqual:
-            return a <= b;
-        case kGreater:
-            return a > b;
-        case kGreaterOrEqual:
-            return a >= b;
-        case kEqual:
-            return a == b;
-        default:
-            return a != b;
-    }
+    return wrapRemainder(a, b);
 }
 
 // Operands ------------------------------------------------------------------------------------
@@ -176,7 +144,7 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b) {
     getToken();
     const int32_t right = evalAddSub(evalUnary(0));
     if (relation == 0) return value;
-    return compare(relation, value, right) ? 1 : 0;
+    return compareValues(relation, value, right) ? 1 : 0;
 }
 
 // The variable of this name, that of the current token, if "=" stands behind it; else null. Finding

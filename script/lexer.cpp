@@ -67,23 +67,6 @@ static void takeSymbol(Token& token, const char* p, char c, int length) {
     token.end = p + length;
 }
 
-// The code of the relational operator at `p`, 0 if there is none: so for a lone "=" or "!".
-static char relationAt(const char* p) {
-    const bool orEqual = byteAt(p + 1) == '=';
-    switch (byteAt(p)) {
-        case '<':
-            return orEqual ? kLessOrEqual : kLess;
-        case '>':
-            return orEqual ? kGreaterOrEqual : kGreater;
-        case '=':
-            return orEqual ? kEqual : '\0';
-        case '!':
-            return orEqual ? kNotEqual : '\0';
-        default:
-            return '\0';
-    }
-}
-
 // Appends the character at `p`; returns false, the token failed, if there is no room for it.
 static bool appendCharacter(Token& token, const char* p) {
     if (size_t{token.length} + 1 >= kTokenCapacity) {
@@ -121,8 +104,9 @@ static void takeWord(Token& token, const char* p, TokenKind kind) {
 // gives an empty token, like every other character that starts nothing.
 static void takeToken(Token& token, const char* p) {
     const char c = byteAt(p);
-    if (const char relation = relationAt(p); relation != '\0') {
-        takeSymbol(token, p, relation, byteAt(p + 1) == '=' ? 2 : 1);
+    const bool orEqual = byteAt(p + 1) == '=';
+    if (const char relation = relationCode(c, orEqual); relation != '\0') {
+        takeSymbol(token, p, relation, orEqual ? 2 : 1);
     } else if (std::strchr(kDelimiters, c) != nullptr) {
         takeSymbol(token, p, c, 1);
     } else if (c == '"') {

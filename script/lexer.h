@@ -44,6 +44,23 @@ constexpr char kGreaterOrEqual = 4;
 constexpr char kEqual = 5;
 constexpr char kNotEqual = 6;
 
+// The code of the operator that starts with `first`, with a "=" behind it or without; 0 if that is
+// no relational operator: so for a lone "=" or "!".
+constexpr char relationCode(char first, bool orEqual) {
+    switch (first) {
+        case '<':
+            return orEqual ? kLessOrEqual : kLess;
+        case '>':
+            return orEqual ? kGreaterOrEqual : kGreater;
+        case '=':
+            return orEqual ? kEqual : '\0';
+        case '!':
+            return orEqual ? kNotEqual : '\0';
+        default:
+            return '\0';
+    }
+}
+
 struct KeywordName {
     char name[20];
     KeywordCode code;
