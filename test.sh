@@ -47,10 +47,10 @@ buildEngine() {
 }
 
 # runTests PRESET: everything but the plays, side by side; one more than there are processors, as some
-# wait most of their time. A preset without tests is a mistake, not a
-# success.
+# wait most of their time. A preset without tests is a mistake, not a success.
 runTests() {
-    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -j "$(($(nproc) + 1))" -LE play
+    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -LE play \
+        -j "$(($(nproc) + 1))"
 }
 
 # runPlays PRESET [OPTION...]: what needs a real window, one after the other; the options are for ctest.
