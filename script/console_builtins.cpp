@@ -10,7 +10,7 @@
 int32_t builtinGetche() {
     std::fflush(stdout);  // the player should see the question before the answer is waited for
     const int c = std::getchar();
-    skipPastCloseParen();
+    gProgramPos = behindCloseParen(gProgramPos);
     return static_cast<signed char>(c);  // EOF is -1 and stays it
 }
 
@@ -42,6 +42,6 @@ int32_t builtinPrint() {
 }
 
 int32_t builtinGetnum() {
-    skipPastCloseParen();
+    gProgramPos = behindCloseParen(gProgramPos);
     return 0;
 }

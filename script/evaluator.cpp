@@ -13,199 +13,220 @@
 
 // Division ------------------------------------------------------------------------------------
 
-static int32_t divide(int32_t a, int32_t b) {
-    if (b == 0) syntaxError(ScriptError::DivisionByZero);
-    return wrapDivide(a, b);
-}
-
-// The remainder checks nothing: a zero divisor ends the process as the processor's own fault would.
-static int32_t remainder(int32_t a, int32_t b) {
+static int32_t multiplyOrDivide(Place* operation, int32_t a, int32_t b, const Place* end) {
+    if (operation->symbol == '*') return wrapMultiply(a, b);
+    if (operation->symbol == '/') {
+        if (b == 0) syntaxErrorBehind(end, ScriptError::DivisionByZero);
+        return wrapDivide(a, b);
+    }
+    // The remainder checks nothing: a zero divisor ends the process as the processor's own fault
+    // would.
     if (b == 0) raiseDivisionFault();
     return wrapRemainder(a, b);
 }
 
 // Operands ------------------------------------------------------------------------------------
 
-// Each level of the grammar is a function that starts at the current token, is given the value so
-// far and returns the new one: an empty pair of parentheses leaves what it was given. The
-// short ones are inlined: most operands have nothing around them, and pay for no level that they do
-// not use.
+// Each level of the grammar is a function that is given the token it starts at. The short ones are
+// inlined: most operands have nothing around them, and pay for no level that they do not use.
 
-static int32_t evalAssign(int32_t value);
+static Evaluated evalAssign(Place* token);
 
 // The two calls of an identifier. Out of the way of the variables, which are met far more often.
-[[gnu::noinline]] static int32_t evalCall(const Name* name) {
-    int32_t result = 0;
-    enterNesting();
+[[gnu::noinline]] static Evaluated evalCall(Place* token, Place* position) {
+    const Name* name = token->name;
+    int32_t value = 0;
+    enterNesting(position);
     if (name->builtin != nullptr) {
-        result = name->builtin->handler();
+        gToken = token;
+        gProgramPos = position;
+        value = name->builtin->handler();
+        position = gProgramPos;
     } else {
-        callFunction(name->function);
-        result = gReturnValue;
+        position = callFunction(name->function, position);
+        value = gReturnValue;
     }
     leaveNesting();
-    return result;
+    return {value, tokenAt(position)};
+}
+
+static inline int32_t variableValue(const Place* token) {
+    const ScriptVariable* variable = lookUpVariable(token->name);
+    if (variable == nullptr) syntaxErrorBehind(token, ScriptError::NoSuchVariable);
+    return variable->value;
 }
 
 // identifier -> builtin arguments | function arguments | variable
-// A built-in hides a function, a function hides a variable of the same name.
-static inline int32_t evalName(const Name* name) {
-    const bool isCall = name->builtin != nullptr || name->function != nullptr;
-    return isCall ? evalCall(name) : findVar(name);
+// A built-in hides a function, a function hides a variable of the same name. `position` is the one
+// behind the identifier.
+static Evaluated evalName(Place* token, Place* position) {
+    const Name* name = token->name;
+    if (name->builtin != nullptr || name->function != nullptr) return evalCall(token, position);
+    const int32_t value = variableValue(token);
+    Place* next = tokenAt(position);
+    if (token->next->plain && next->symbol != '=') token->operand = Operand::Variable;
+    return {value, next};
 }
 
-// The position stands behind the opening quote. No escapes: the character counts as it is.
-[[gnu::noinline]] static int32_t evalCharacter() {
-    const char* position = textAt(gProgramPos);
+// No escapes: the character counts as it is.
+[[gnu::noinline]] static Evaluated evalCharacter(const Place* quote) {
+    const char* position = textAt(quote->next);
     if (byteAt(position) == '\0' || byteAt(position + 1) != '\'') {
-        syntaxError(ScriptError::NoClosingQuote);
+        syntaxErrorBehind(quote, ScriptError::NoClosingQuote);
     }
-    gProgramPos = placeAt(position + 2);
-    return static_cast<signed char>(*position);
+    return {static_cast<signed char>(*position), tokenAt(placeAt(position + 2))};
 }
 
-// atom -> identifier ... | number | "'" character "'" | (nothing, before a ")")
-[[gnu::always_inline]] static inline int32_t atom(int32_t value) {
-    const Place* token = gToken;  // once: the other thread may take a token in between
-    if (token->kind == TokenKind::Identifier) {
-        value = evalName(token->name);
-    } else if (token->kind == TokenKind::Number) {
-        value = token->number;
-    } else if (tokenIs('\'')) {
-        value = evalCharacter();
-    } else if (tokenIs(')')) {
-        return value;
-    } else {
-        syntaxError(ScriptError::Syntax);
-    }
-    getToken();
-    return value;
+static Evaluated evalNumber(Place* token) {
+    Place* next = tokenAt(token->next);
+    token->operand = Operand::Number;
+    return {token->number, next};
+}
+
+// atom -> identifier ... | number | "'" character "'" | (nothing, before a ")": it counts as 0)
+static Evaluated atom(Place* token) {
+    if (token->kind == TokenKind::Identifier) return evalName(token, token->next);
+    if (token->kind == TokenKind::Number) return evalNumber(token);
+    if (token->symbol == '\'') return evalCharacter(token);
+    if (token->symbol == ')') return {0, token};
+    syntaxErrorBehind(token, ScriptError::Syntax);
 }
 
 // paren -> "(" assign ")" | atom
-[[gnu::noinline]] static int32_t evalParen(int32_t value) {
-    if (!tokenIs('(')) return atom(value);
-    enterNesting();
-    getToken();
-    value = evalAssign(value);
-    if (!tokenIs(')')) syntaxError(ScriptError::NoParens);
-    getToken();
+static Evaluated evalParen(Place* token) {
+    if (token->symbol != '(') return atom(token);
+    enterNesting(token->next);
+    const Evaluated inner = evalAssign(tokenAt(token->next));
+    if (inner.place->symbol != ')') syntaxErrorBehind(inner.place, ScriptError::NoParens);
     leaveNesting();
-    return value;
+    return {inner.value, tokenAt(inner.place->next)};
+}
+
+// unary -> [ "+" | "-" ] paren
+[[gnu::noinline]] static Evaluated evalUnary(Place* token) {
+    const bool minus = token->symbol == '-';
+    if (!minus && token->symbol != '+') return evalParen(token);
+    const Evaluated operand = evalParen(tokenAt(token->next));
+    return {minus ? wrapSubtract(0, operand.value) : operand.value, operand.place};
+}
+
+// unary, the short way for what most operands are
+[[gnu::always_inline]] static inline Evaluated evalOperand(Place* token) {
+    if (token->operand == Operand::Variable) return {variableValue(token), token->next};
+    if (token->operand == Operand::Number) return {token->number, token->next};
+    return evalUnary(token);
 }
 
 // Operators -----------------------------------------------------------------------------------
 
-// unary -> [ "+" | "-" ] paren
-[[gnu::always_inline]] static inline int32_t evalUnary(int32_t value) {
-    if (gToken->symbol == 0) return atom(value);  // no sign and no parenthesis: most operands
-    const bool minus = tokenIs('-');
-    if (minus || tokenIs('+')) getToken();
-    value = evalParen(value);
-    return minus ? wrapSubtract(0, value) : value;
-}
-
-static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b) {
-    if (operation == '*') return wrapMultiply(a, b);
-    return operation == '/' ? divide(a, b) : remainder(a, b);
-}
-
-// The levels of the operators start behind their first operand, which is the value they are given.
+// The levels of the operators start behind their first operand, which they are given.
 
 // product -> unary { ( "*" | "/" | "%" ) unary }
-[[gnu::always_inline]] static inline int32_t evalMulDiv(int32_t value) {
-    while (gToken->binding == Binding::Product) {
-        const char operation = gToken->symbol;
-        getToken();
-        const int32_t right = evalUnary(0);
-        value = multiplyOrDivide(operation, value, right);
+[[gnu::always_inline]] static inline Evaluated evalMulDiv(int32_t value, Place* token) {
+    while (token->binding == Binding::Product) {
+        const Evaluated right = evalOperand(tokenAt(token->next));
+        value = multiplyOrDivide(token, value, right.value, right.place);
+        token = right.place;
     }
-    return value;
+    return {value, token};
 }
 
 // sum -> product { ( "+" | "-" ) product }
-[[gnu::always_inline]] static inline int32_t evalAddSub(int32_t value) {
-    value = evalMulDiv(value);
-    while (gToken->binding == Binding::Sum) {
-        const bool minus = tokenIs('-');
-        getToken();
-        const int32_t right = evalMulDiv(evalUnary(0));
-        value = minus ? wrapSubtract(value, right) : wrapAdd(value, right);
+[[gnu::always_inline]] static inline Evaluated evalAddSub(int32_t value, Place* token) {
+    if (token->binding < Binding::Sum) return {value, token};
+    const Evaluated left = evalMulDiv(value, token);
+    value = left.value;
+    token = left.place;
+    while (token->binding == Binding::Sum) {
+        const Evaluated first = evalOperand(tokenAt(token->next));
+        const Evaluated right = evalMulDiv(first.value, first.place);
+        value = token->symbol == '-' ? wrapSubtract(value, right.value) : wrapAdd(value, right.value);
+        token = right.place;
     }
-    return value;
+    return {value, token};
 }
 
 // relation -> sum [ ( "<" | "<=" | ">" | ">=" | "==" | "!=" | empty token ) sum ]
 // One comparison only. The right operand of an empty token is read, evaluated and dropped.
-[[gnu::noinline]] static int32_t evalRelational(int32_t value) {
-    value = evalAddSub(value);
-    if (gToken->binding != Binding::Relation) return value;
-    const char relation = gToken->symbol;
-    getToken();
-    const int32_t right = evalAddSub(evalUnary(0));
-    if (relation == 0) return value;
-    return compareValues(relation, value, right) ? 1 : 0;
+[[gnu::noinline]] static Evaluated evalRelational(int32_t value, Place* token) {
+    const Evaluated left = evalAddSub(value, token);
+    value = left.value;
+    token = left.place;
+    if (token->binding != Binding::Relation) return {value, token};
+    const Evaluated first = evalOperand(tokenAt(token->next));
+    const Evaluated right = evalAddSub(first.value, first.place);
+    const char relation = token->symbol;
+    if (relation != 0) value = compareValues(relation, value, right.value) ? 1 : 0;
+    return {value, right.place};
 }
 
-// The variable of this name, that of the current token, if "=" stands behind it; else null. Finding
-// out reads the token behind and puts it back: that moves the position behind blanks and comments,
-// behind an empty token, into a string. Only getche and getnum, which go on character by character,
-// would see a position before a plain token.
-static inline ScriptVariable* assignedVariable(const Name* name) {
-    const bool isPlain = gProgramPos->plain && name->builtin == nullptr;
-    if (isPlain && gProgramPos->symbol != '=') return nullptr;
-    ScriptVariable* variable = lookUpVariable(name);
-    if (variable == nullptr) return nullptr;
-    const Place* next = peekToken();
-    if (next->symbol == '=') return variable;
-    gProgramPos = next->back;
-    return nullptr;
+// variable "=" assign
+[[gnu::noinline]] static Evaluated assign(ScriptVariable* variable, const Place* equalsSign, const Place* name) {
+    enterNesting(name->next);
+    const Evaluated right = evalAssign(tokenAt(equalsSign->next));
+    variable->value = right.value;
+    leaveNesting();
+    return right;
+}
+
+// assign -> variable "=" assign | relation, of an identifier
+// Whether it is the first takes reading the token behind the variable, and putting it back if it is
+// no "=". That moves the position: behind blanks and comments, behind an empty token, into a string.
+// Behind a token that is plain only getche and getnum, which go on character by character, could
+// tell.
+static Evaluated evalFirstName(Place* token) {
+    Place* position = token->next;
+    if (!position->plain || position->symbol == '=' || token->name->builtin != nullptr) {
+        ScriptVariable* variable = lookUpVariable(token->name);
+        if (variable != nullptr) {
+            const Place* behind = tokenAt(position);
+            if (behind->symbol == '=') {
+                return assign(variable, behind, token);
+            }
+            position = behind->back;
+        }
+    }
+    const Evaluated left = evalName(token, position);
+    return evalRelational(left.value, left.place);
 }
 
 // assign -> variable "=" assign | relation
-static int32_t evalAssign(int32_t value) {
-    ScriptVariable* variable = nullptr;
-    const Place* token = gToken;
-    if (token->kind == TokenKind::Identifier) variable = assignedVariable(token->name);
-    if (variable == nullptr) {
-        value = evalUnary(value);
-        return gToken->binding == Binding::None ? value : evalRelational(value);
+static Evaluated evalAssign(Place* token) {
+    if (token->kind == TokenKind::Identifier && token->operand != Operand::Variable) {
+        return evalFirstName(token);
     }
-    enterNesting();
-    getToken();
-    getToken();
-    value = evalAssign(value);
-    variable->value = value;
-    leaveNesting();
-    return value;
+    const Evaluated left = evalOperand(token);
+    if (left.place->binding == Binding::None) return {left.value, left.place};
+    return evalRelational(left.value, left.place);
 }
 
-// Takes the first token of the expression at the position. Returns false if that is a ";": it
-// counts as 0 and stays consumed, and nothing is left to put back.
-static inline bool beginExpression() {
-    getToken();
-    if (tokenIsEmpty()) syntaxError(ScriptError::NoExpression);
-    return !tokenIs(';');
+// Expressions ---------------------------------------------------------------------------------
+
+Evaluated evalExpression(Place* position) {
+    Place* token = tokenAt(position);
+    gToken = token;
+    if (token->length == 0) syntaxErrorBehind(token, ScriptError::NoExpression);
+    if (token->symbol == ';') return {0, token->next};
+    const Evaluated result = evalAssign(token);
+    gToken = result.place;
+    return {result.value, result.place->back};
 }
 
 int32_t evalExpression() {
-    if (!beginExpression()) return 0;
-    const int32_t value = evalAssign(0);
-    putBack();
-    return value;
+    const Evaluated result = evalExpression(gProgramPos);
+    gProgramPos = result.place;
+    return result.value;
 }
 
-int32_t evalArgument() {
-    int32_t value = 0;
-    if (beginExpression()) {
-        value = evalAssign(0);
-        if (gToken->plain) return value;  // put back it would be read again as it is
-        putBack();
-    }
-    getToken();
-    return value;
+Evaluated evalArgument(Place* position) {
+    Place* token = tokenAt(position);
+    if (token->length == 0) syntaxErrorBehind(token, ScriptError::NoExpression);
+    if (token->symbol == ';') return {0, tokenAt(token->next)};
+    const Evaluated result = evalAssign(token);
+    if (result.place->plain) return result;  // put back it would be read again as it is
+    return {result.value, tokenAt(result.place->back)};
 }
 
-void evalCurrentExpression() {
-    evalAssign(0);
+Evaluated evalCurrentExpression(Place* token) {
+    return evalAssign(token);
 }

@@ -22,56 +22,67 @@ Place* findFunction(const char* name) {
     return known == nullptr ? nullptr : known->function;
 }
 
-void getArgs() {
+// Evaluates the argument list at `position` and pushes the values, the last one first. Returns the
+// position behind the list.
+static Place* getArgs(Place* position) {
     int32_t values[kMaxArguments];
     int32_t count = 0;
 
-    getToken();
-    if (!tokenIs('(')) syntaxError(ScriptError::NoParens);
+    Place* token = tokenAt(position);
+    if (token->symbol != '(') syntaxErrorBehind(token, ScriptError::NoParens);
     do {
-        if (count == kMaxArguments) syntaxError(ScriptError::TooManyArguments);
-        values[count++] = evalArgument();
-    } while (tokenIs(','));
+        if (count == kMaxArguments) syntaxErrorBehind(token, ScriptError::TooManyArguments);
+        const Evaluated argument = evalArgument(token->next);
+        values[count++] = argument.value;
+        token = argument.place;
+    } while (token->symbol == ',');
 
+    gProgramPos = token->next;  // for an error's report
     while (count > 0)
         pushLocal({nullptr, kArgumentType, values[--count]});
+    return token->next;
 }
 
 // Names the argument at `slot`, or pushes a local where the caller gave no argument.
-static void nameParameter(int32_t slot, int32_t base) {
-    Name* name = declaredName();
-    if (slot < base) return pushLocal({name, kParameterType, 0});
+static void nameParameter(Place* token, int32_t slot, int32_t base) {
+    Name* name = declaredName(token);
+    if (slot < base) {
+        gProgramPos = token->next;
+        pushLocal({name, kParameterType, 0});
+        return;
+    }
     gLocalStack[slot].name = name;
     gLocalStack[slot].type = kParameterType;
 }
 
-void getParams(int32_t base) {
+// Reads the parameters at `position`, in the callee's definition, and names the arguments with them,
+// the first one the first. `base` is where the callee's frame starts: parameters without an argument
+// become locals with the value 0, and nothing below the frame is touched. Returns the position
+// behind the list.
+static Place* getParams(Place* position, int32_t base) {
     int32_t slot = gLocalTop - 1;
+    Place* token = nullptr;
     do {
-        getToken();
-        if (tokenIs(')')) return;
-        if (gToken->keyword != KeywordCode::Char && gToken->keyword != KeywordCode::Int) {
-            syntaxError(ScriptError::NoTypeSpecifier);
+        token = tokenAt(position);
+        if (token->symbol == ')') return token->next;
+        if (token->keyword != KeywordCode::Char && token->keyword != KeywordCode::Int) {
+            syntaxErrorBehind(token, ScriptError::NoTypeSpecifier);
         }
-        getToken();
-        nameParameter(slot, base);
+        token = tokenAt(token->next);
+        nameParameter(token, slot, base);
         slot--;
-        getToken();
-    } while (tokenIs(','));
-    if (!tokenIs(')')) syntaxError(ScriptError::NoParens);
+        token = tokenAt(token->next);
+        position = token->next;
+    } while (token->symbol == ',');
+    if (token->symbol != ')') syntaxErrorBehind(token, ScriptError::NoParens);
+    return position;
 }
 
-// Flattened: a call of a small function costs little more than what the halves do.
-[[gnu::flatten]] void callFunction(Place* location) {
-    if (location == nullptr) syntaxError(ScriptError::NoSuchFunction);
-
+Place* callFunction(Place* location, Place* position) {
     const int32_t base = gLocalTop;
-    getArgs();
-    Place* behindCall = gProgramPos;
+    Place* behindCall = getArgs(position);
     pushCall(base);
-    gProgramPos = location;
-    getParams(base);
-    interpretBlock();
-    gProgramPos = behindCall;
+    interpretBlock(getParams(location, base));
     gLocalTop = popCall();
+    return behindCall;
 }

@@ -29,14 +29,7 @@ void recordFunction(const ScriptFunction& function);
 // The location of the first function with exactly this name, or null.
 Place* findFunction(const char* name);
 
-// Calls the function at `location`; the position is at the "(" of the arguments. Afterwards it is
-// behind the argument list and gReturnValue holds the result. Raises NoSuchFunction for a null
-// location, TooManyArguments, and whatever the arguments and the body raise.
-void callFunction(Place* location);
-
-// The two halves of entering a function. getArgs evaluates the argument list at the position and
-// pushes the values, the last one first. getParams, at the callee's location, names them: the first
-// parameter names the first argument. `base` is where the callee's frame starts; parameters without
-// an argument become locals with the value 0, and nothing below the frame is touched.
-void getArgs();
-void getParams(int32_t base);
+// Calls the function at `location` with the arguments whose "(" is at `position`, and returns the
+// position behind them; gReturnValue holds the result. Raises TooManyArguments, TooManyCalls and
+// whatever the arguments and the body raise.
+Place* callFunction(Place* location, Place* position);

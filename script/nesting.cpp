@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "script/errors.h"
+#include "script/tokens.h"
 
 __thread int32_t gNestingDepth = 0;
 
@@ -26,10 +27,11 @@ static void findStackFloor() {
     gStackFloor = static_cast<const char*>(lowest) + kStackReserve;
 }
 
-void checkNesting() {
+void checkNesting(Place* position) {
     if (gStackFloor == nullptr) findStackFloor();
     const char* here = static_cast<const char*>(__builtin_frame_address(0));
     if (gNestingDepth >= kMaxNesting || here < gStackFloor) {
+        gProgramPos = position;
         syntaxError(ScriptError::NestedTooDeeply);
     }
 }

@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+struct Place;
+
 // Levels of nesting in all work of one entry into the interpreter. The longest road of one level
 // takes less than 2 KiB of stack in the sanitizer build, so 8 MiB, the usual size, hold 3,000
 // levels and more in every build, and all of them in an optimised one.
@@ -19,13 +21,13 @@ static_assert(kMaxNesting % kNestingStep == 0, "the bound must be looked at when
 // Levels entered and not left on this thread; runGuarded puts it back after an error.
 extern __thread int32_t gNestingDepth;
 
-// Raises NestedTooDeeply at the bound, and on a thread whose stack is smaller than usual before
-// that stack runs out.
-void checkNesting();
+// Raises NestedTooDeeply, at `position`, at the bound, and on a thread whose stack is smaller than
+// usual before that stack runs out.
+void checkNesting(Place* position);
 
-inline void enterNesting() {
+inline void enterNesting(Place* position) {
     gNestingDepth++;
-    if (gNestingDepth % kNestingStep == 0) checkNesting();
+    if (gNestingDepth % kNestingStep == 0) checkNesting(position);
 }
 
 inline void leaveNesting() {

@@ -21,7 +21,7 @@ static void declareGlobal() {
     global.type = static_cast<int32_t>(gToken->keyword);
     do {
         getToken();
-        global.name = declaredName();
+        global.name = declaredName(gToken);
         declareGlobalVariable(global);
         getToken();
     } while (tokenIs(','));
@@ -35,12 +35,12 @@ static void declareFunctionOrGlobal(Place* start) {
     function.returnType = static_cast<int32_t>(gToken->keyword);
     getToken();
     if (gToken->kind != TokenKind::Identifier) return;
-    function.name = declaredName();
+    function.name = declaredName(gToken);
     getToken();
     if (tokenIs('(')) {
         function.location = gProgramPos;
         recordFunction(function);
-        skipPastCloseParen();
+        gProgramPos = behindCloseParen(gProgramPos);
         keepTokens(function.location, gProgramPos);
     } else {
         gProgramPos = start;
@@ -54,11 +54,11 @@ static void prescan() {
     do {
         Place* before = gProgramPos;
         getToken();
-        waitIfStuck();
+        waitIfStuck(gToken);
         if (gToken->keyword == KeywordCode::Char || gToken->keyword == KeywordCode::Int) {
             declareFunctionOrGlobal(before);
         } else if (tokenIs('{')) {
-            skipBalanced('{', '}');
+            gProgramPos = findBalance(gProgramPos, '{', '}')->next;
         }
     } while (gToken->keyword != KeywordCode::Finished);
     gProgramPos = start;
@@ -91,8 +91,7 @@ bool loadScript(const char* path) {
 
 // The call reads its argument list from the definition's own parentheses: they must be empty.
 static void callAtDefinition(Place* location) {
-    gProgramPos = location - 1;
-    callFunction(location);
+    callFunction(location, location - 1);
 }
 
 static void callMain(const void*) {

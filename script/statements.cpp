@@ -10,153 +10,139 @@
 #include "script/tokens.h"
 #include "script/variables.h"
 
-static void requireSemicolon() {
-    if (!tokenIs(';')) syntaxError(ScriptError::NoSemicolon);
-}
-
 // Takes the next token for the opening brace, whatever it is.
-static void findEndOfBlock() {
-    getToken();
-    skipBalanced('{', '}');
+static Place* findEndOfBlock(Place* position) {
+    const Place* opening = tokenAt(position);
+    return findBalance(opening->next, '{', '}')->next;
 }
 
 // type name { "," name } ";"
 // No initialisers. In the body of a loop every pass pushes new locals until the function returns.
-static void declareLocal() {
+[[gnu::noinline]] static Place* declareLocal(const Place* type) {
     ScriptVariable local;
-    local.type = static_cast<int32_t>(gToken->keyword);
+    local.type = static_cast<int32_t>(type->keyword);
+    const Place* token = type;
     do {
-        getToken();
-        local.name = declaredName();
+        Place* name = tokenAt(token->next);
+        local.name = declaredName(name);
+        gProgramPos = name->next;  // for an error's report
         pushLocal(local);
-        getToken();
-    } while (tokenIs(','));
-    requireSemicolon();
+        token = tokenAt(name->next);
+    } while (token->symbol == ',');
+    if (token->symbol != ';') syntaxErrorBehind(token, ScriptError::NoSemicolon);
+    return token->next;
 }
 
 // "if" expression statement [ "else" statement ]
-static void execIf() {
-    if (evalExpression() != 0) {
-        interpretBlock();  // the block around us skips the else part when it meets it
-        return;
-    }
-    findEndOfBlock();
-    getToken();
-    if (gToken->keyword == KeywordCode::Else) {
-        interpretBlock();
-    } else {
-        putBack();
-    }
+static Place* execIf(const Place* word) {
+    const Evaluated test = evalExpression(word->next);
+    // After the statement the block around us skips the else part when it meets it.
+    if (test.value != 0) return interpretBlock(test.place);
+    Place* next = tokenAt(findEndOfBlock(test.place));
+    gToken = next;
+    return next->keyword == KeywordCode::Else ? interpretBlock(next->next) : next->back;
 }
 
 // "while" expression statement
-static void execWhile() {
-    Place* start = gToken->back;  // the word itself
-    if (evalExpression() != 0) {
-        interpretBlock();
-        gProgramPos = start;
-    } else {
-        findEndOfBlock();
-    }
+static Place* execWhile(const Place* word) {
+    const Evaluated test = evalExpression(word->next);
+    if (test.value == 0) return findEndOfBlock(test.place);
+    interpretBlock(test.place);
+    return word->back;  // the word itself
 }
 
 // "do" statement "while" expression ";"
-static void execDo() {
-    Place* start = gToken->back;
-    interpretBlock();
-    getToken();
-    if (gToken->keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile);
-    if (evalExpression() != 0) gProgramPos = start;
+[[gnu::noinline]] static Place* execDo(const Place* word) {
+    const Place* next = tokenAt(interpretBlock(word->next));
+    if (next->keyword != KeywordCode::While) syntaxErrorBehind(next, ScriptError::NoWhile);
+    const Evaluated test = evalExpression(next->next);
+    return test.value != 0 ? word->back : test.place;
 }
 
 // Evaluates a part of a `for` up to its ";" and steps over the character at the position. That is
 // the ";" put back; after an empty part, whose ";" is consumed, it is the character behind it.
-static int32_t evaluateForPart() {
-    const int32_t value = evalExpression();
-    requireSemicolon();
-    skipCharacter();
-    return value;
+static Evaluated evaluateForPart(Place* position) {
+    const Evaluated part = evalExpression(position);
+    if (gToken->symbol != ';') {
+        gProgramPos = part.place;
+        syntaxError(ScriptError::NoSemicolon);
+    }
+    return {part.value, behindCharacter(part.place)};
 }
 
 // "for" "(" expression ";" expression ";" expression ")" block
-static void execFor() {
-    getToken();
-    evaluateForPart();
-    Place* test = gProgramPos;
+[[gnu::noinline]] static Place* execFor(const Place* word) {
+    Place* test = evaluateForPart(tokenAt(word->next)->next).place;
     for (;;) {
-        const bool goesOn = evaluateForPart() != 0;
-        Place* step = gProgramPos;
-        skipBalanced('(', ')');
-        if (!goesOn) break;
-        interpretBlock();
-        gProgramPos = step;
-        evalExpression();
-        gProgramPos = test;
+        const Evaluated tested = evaluateForPart(test);
+        Place* step = tested.place;
+        Place* body = findBalance(step, '(', ')')->next;
+        if (tested.value == 0) return findEndOfBlock(body);
+        interpretBlock(body);
+        evalExpression(step);
     }
-    findEndOfBlock();
 }
 
-// The current token is the first of the expression. In a block the ";" need not be left for the
-// block to read and skip.
-static void execExpression(bool inBlock) {
-    evalCurrentExpression();
-    if (inBlock && tokenIs(';')) return;
-    putBack();
-    requireSemicolon();
+// The ";" behind the expression is left to be read as a statement of its own; in a block, where that
+// does nothing, it is read here.
+static Place* execExpression(Place* token, bool inBlock) {
+    Place* end = evalCurrentExpression(token).place;
+    gToken = end;
+    if (end->symbol == ';' && inBlock) return end->next;
+    if (end->symbol == ';') return end->back;
+    gProgramPos = end->back;
+    syntaxError(ScriptError::NoSemicolon);
 }
 
-// Runs the keyword statement of the current token. Returns false for `return`, which ends the
-// block.
-static bool execKeyword() {
-    switch (gToken->keyword) {
+// Runs the keyword statement of `word`, and returns the position behind it.
+static Place* execKeyword(Place* word) {
+    switch (word->keyword) {
         case KeywordCode::Char:
         case KeywordCode::Int:
-            declareLocal();
-            return true;
+            return declareLocal(word);
         case KeywordCode::If:
-            execIf();
-            return true;
+            return execIf(word);
         case KeywordCode::Else:
-            findEndOfBlock();
-            return true;
+            return findEndOfBlock(word->next);
         case KeywordCode::For:
-            execFor();
-            return true;
+            return execFor(word);
         case KeywordCode::Do:
-            execDo();
-            return true;
+            return execDo(word);
         case KeywordCode::While:
-            execWhile();
-            return true;
-        case KeywordCode::Return:
-            gReturnValue = evalExpression();
-            return false;
+            return execWhile(word);
         case KeywordCode::End:
             endProcess(0);
         default:
-            return true;
+            return word->next;
     }
 }
 
-static void runBlock() {
+static Place* runBlock(Place* position) {
     bool inBlock = false;
     do {
-        getToken();
-        if (inBlock) waitIfStuck();
-        if (gToken->kind == TokenKind::Identifier) {
-            execExpression(inBlock);
-        } else if (tokenIs('{')) {
+        Place* token = gToken = tokenAt(position);
+        if (token->kind == TokenKind::Identifier) {
+            position = execExpression(token, inBlock);
+        } else if (token->kind == TokenKind::Block) {
+            position = token->next;
+            if (token->symbol == '}') return position;
             inBlock = true;
-        } else if (tokenIs('}')) {
-            return;
-        } else if (!execKeyword()) {
-            return;
+        } else if (token->keyword == KeywordCode::Return) {
+            const Evaluated result = evalExpression(token->next);
+            gReturnValue = result.value;
+            return result.place;
+        } else {
+            if (inBlock) waitIfStuck(token);
+            position = execKeyword(token);
         }
+        // The token that was read last, be it by a block inside this one.
     } while (inBlock && gToken->keyword != KeywordCode::Finished);
+    return position;
 }
 
-void interpretBlock() {
-    enterNesting();
-    runBlock();
+Place* interpretBlock(Place* position) {
+    enterNesting(position);
+    position = runBlock(position);
     leaveNesting();
+    return position;
 }

@@ -5,9 +5,12 @@
 // that ends - must be a braced block: skipping counts braces.
 #pragma once
 
-// Runs one statement, or one block in braces, at the position.
+struct Place;
+
+// Runs one statement, or one block in braces, at `position` and returns the position behind it. The
+// token read last is the current one then; the position in memory, gProgramPos, is not moved.
 //
 // `return` ends only the interpretBlock that reads it. Directly in a function's body that ends the
 // function; in a nested block the rest of that block still runs, as part of the block around it,
 // whose end is then that "}"; in the body of a loop it goes on with the next pass.
-void interpretBlock();
+Place* interpretBlock(Place* position);

@@ -96,25 +96,30 @@ void keepTokens(const Place* from, const Place* to) {
     }
 }
 
-Name* checkDeclaredName() {
-    if (gToken->length > kMaxNameLength) {
-        std::printf("Name is too long: %s\n", gToken->text);
+void syntaxErrorBehind(const Place* token, ScriptError error) {
+    gProgramPos = token->next;
+    syntaxError(error);
+}
+
+Name* checkDeclaredName(Place* token) {
+    if (token->length > kMaxNameLength) {
+        std::printf("Name is too long: %s\n", token->text);
         abortProcess();
     }
-    return gToken->name = nameOf(gToken->text);
+    return token->name = nameOf(token->text);
 }
 
 // Moving --------------------------------------------------------------------------------------
 
-void skipCharacter() {
-    gProgramPos = placeAt(textAt(gProgramPos) + 1);
+Place* behindCharacter(const Place* position) {
+    return placeAt(textAt(position) + 1);
 }
 
-void skipPastCloseParen() {
-    const char* position = textAt(gProgramPos);
-    while (position < gProgramEnd && *position != ')')
-        position++;
-    gProgramPos = placeAt(position < gProgramEnd ? position + 1 : gProgramEnd);
+Place* behindCloseParen(const Place* position) {
+    const char* character = textAt(position);
+    while (character < gProgramEnd && *character != ')')
+        character++;
+    return placeAt(character < gProgramEnd ? character + 1 : gProgramEnd);
 }
 
 static const char* unbalancedReason(char open) {
@@ -123,29 +128,27 @@ static const char* unbalancedReason(char open) {
                        : "the text ends inside a \"for\": its \"(\" has no \")\"";
 }
 
-// Walks over places, not gProgramPos: what the other thread does to the position must not be kept.
-static Place* findBalance(Place* place, char open, char close) {
-    for (int depth = 1;; place = place->next) {
-        countStep();
-        if (place->state != PlaceState::Kept) readPlace(place);
-        if (place->symbol == open) depth++;
-        if (place->symbol == close && --depth == 0) return place;
-        if (place->keyword != KeywordCode::Finished && !place->stuck) continue;
-        takeToken(place);
-        waitIfStuck();
+static Place* walkToBalance(Place* position, char open, char close) {
+    int depth = 1;
+    for (Place* token = tokenAt(position);; token = tokenAt(token->next)) {
+        if (token->symbol == open) depth++;
+        if (token->symbol == close && --depth == 0) return token;
+        waitIfStuck(token);
+        if (token->keyword != KeywordCode::Finished) continue;
+        takeToken(token);
         waitForEver(unbalancedReason(open));
     }
 }
 
-void skipBalanced(char open, char close) {
-    Place* first = peekToken();
-    Place*& end = open == '{' ? first->braceEnd : first->bracketEnd;
-    if (end == nullptr) end = findBalance(first, open, close);
-    takeToken(end);
+Place* findBalance(Place* position, char open, char close) {
+    Place*& end = open == '{' ? position->braceEnd : position->bracketEnd;
+    if (end == nullptr) end = walkToBalance(position, open, close);
+    return end;
 }
 
 // Says what stands at the position, for someone who reads the text in an editor.
-void waitAtCharacter() {
+void waitAtCharacter(Place* token) {
+    takeToken(token);
     const unsigned char c = static_cast<unsigned char>(byteAt(textAt(gProgramPos)));
     char reason[160];
     if (c == '\n') {

@@ -24,17 +24,26 @@ enum class PlaceState : uint8_t {
     Faulty  // it has been read, and taking it raises its error
 };
 
-// What an expression takes the token behind an operand for.
+// What an expression takes the token behind an operand for; the more, the closer it binds.
 enum class Binding : uint8_t {
-    None,     // the end of the expression
-    Product,  // "*" "/" "%"
-    Sum,      // "+" "-"
-    Relation  // the relational operators and every empty token
+    None,      // the end of the expression
+    Relation,  // the relational operators and every empty token
+    Sum,       // "+" "-"
+    Product    // "*" "/" "%"
+};
+
+// What an operand that starts with the token is, where that was found at an earlier visit and the
+// token behind it has been read too.
+enum class Operand : uint8_t {
+    Other,
+    Number,
+    Variable  // no call, and behind it stands a plain token but no "="
 };
 
 struct Place {
     PlaceState state = PlaceState::Unread;
     Binding binding = Binding::None;
+    Operand operand = Operand::Other;
     bool plain = false;  // put back, it is read again as it was; not so an empty one or a string
     bool stuck = false;  // an empty token that ends where it was read: reading on reads it for ever
     TokenKind kind = TokenKind::Delimiter;
@@ -71,7 +80,10 @@ Place* placeAt(const char* position);
 
 // Reads the token at `place` and keeps it there; raises its error, with the position at the fault,
 // if it has one.
-void readPlace(Place* place);
+[[gnu::cold]] void readPlace(Place* place);
+
+// Raises `error` with the position behind `token`.
+[[noreturn, gnu::cold]] void syntaxErrorBehind(const Place* token, ScriptError error);
 
 #ifdef ZEL_STEP_BUDGET
 void countStep();  // of the fuzz target: ends scripts that would never end
@@ -79,11 +91,11 @@ void countStep();  // of the fuzz target: ends scripts that would never end
 inline void countStep() {}
 #endif
 
-// The token that getToken would read; raises what getToken would raise. Takes nothing.
-inline Place* peekToken() {
-    Place* place = gProgramPos;
-    if (place->state != PlaceState::Kept) readPlace(place);
-    return place;
+// The token at `position`, which is where it is kept; raises its error if it has one. Takes nothing.
+inline Place* tokenAt(Place* position) {
+    countStep();
+    if (__builtin_expect(position->state != PlaceState::Kept, 0)) readPlace(position);
+    return position;
 }
 
 // Makes the token kept at `place` the current one and moves behind it.
@@ -94,8 +106,7 @@ inline void takeToken(Place* place) {
 
 // Reads the token at gProgramPos.
 inline TokenKind getToken() {
-    countStep();
-    takeToken(peekToken());
+    takeToken(tokenAt(gProgramPos));
     return gToken->kind;
 }
 
@@ -114,29 +125,30 @@ inline bool tokenIsEmpty() {
     return gToken->length == 0;
 }
 
-// The name that the current token, whatever its kind, gives to what is being declared. One longer
-// than 30 characters is fatal: prints "Name is too long: " and the name, and aborts the process.
-Name* checkDeclaredName();
-inline Name* declaredName() {
-    const bool isGood = gToken->name != nullptr && gToken->length <= kMaxNameLength;
-    return isGood ? gToken->name : checkDeclaredName();
+// The name that `token`, whatever its kind, gives to what is being declared. One longer than 30
+// characters is fatal: prints "Name is too long: " and the name, and aborts the process.
+Name* checkDeclaredName(Place* token);
+inline Name* declaredName(Place* token) {
+    const bool isGood = token->name != nullptr && token->length <= kMaxNameLength;
+    return isGood ? token->name : checkDeclaredName(token);
 }
 
-// Moves one character forward, but never further than one past the end.
-void skipCharacter();
+// The position one character behind `position`, but never further than one past the end.
+Place* behindCharacter(const Place* position);
 
-// Moves to just behind the first ")" at or after the position, or to the end of the text.
-void skipPastCloseParen();
+// The position just behind the first ")" at or after `position`, or the end of the text.
+Place* behindCloseParen(const Place* position);
 
-// Reads on until as many `close` as `open` have passed, one `open` being read already; `open` is
-// "{" or "(". Where the text has no such place this never returns (script/halt.h).
-void skipBalanced(char open, char close);
+// Reads on from `position` until as many `close` as `open` have passed, one `open` being read
+// already, and returns the last `close`; `open` is "{" or "(". Where the text has no such place this
+// never returns (script/halt.h).
+Place* findBalance(Place* position, char open, char close);
 
-// Says so and waits for ever if the current token is one that reading on cannot get past: for loops
-// that go on whatever they read.
-[[noreturn]] void waitAtCharacter();
-inline void waitIfStuck() {
-    if (gToken->stuck) waitAtCharacter();
+// Says so and waits for ever if `token` is one that reading on cannot get past: for loops that go on
+// whatever they read.
+[[noreturn]] void waitAtCharacter(Place* token);
+inline void waitIfStuck(Place* token) {
+    if (token->stuck) waitAtCharacter(token);
 }
 
 // Keeps the tokens from `from` up to `to`, so that script code on two threads finds them read.

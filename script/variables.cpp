@@ -6,7 +6,7 @@ int32_t gGlobalCount = 0;
 ScriptVariable gLocalStack[kMaxLocals];
 int32_t gLocalTop = 0;
 
-int32_t gCallStack[kMaxCalls];
+int32_t gCallStack[1 + kMaxCalls];
 int32_t gCallDepth = 0;
 
 void declareGlobalVariable(const ScriptVariable& variable) {

@@ -33,8 +33,10 @@ extern int32_t gGlobalCount;                     // used entries of gGlobalVars
 extern ScriptVariable gLocalStack[kMaxLocals];  // locals and arguments of all active calls
 extern int32_t gLocalTop;                       // used entries of gLocalStack
 
-extern int32_t gCallStack[kMaxCalls];  // for each active call, gLocalTop at its start
-extern int32_t gCallDepth;             // active calls
+// For each active call, gLocalTop at its start: the frame base. In front stands the base outside of
+// calls, which is 0.
+extern int32_t gCallStack[1 + kMaxCalls];
+extern int32_t gCallDepth;  // active calls
 
 // Raises TooManyGlobals when gGlobalVars is full.
 void declareGlobalVariable(const ScriptVariable& variable);
@@ -49,30 +51,24 @@ inline void pushLocal(const ScriptVariable& variable) {
 
 // Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.
 inline void pushCall(int32_t base) {
-    const int32_t depth = gCallDepth;
-    if (depth >= kMaxCalls) syntaxError(ScriptError::TooManyCalls);
+    const int32_t depth = gCallDepth + 1;
+    if (depth > kMaxCalls) syntaxError(ScriptError::TooManyCalls);
     gCallStack[depth] = base;
-    gCallDepth = depth + 1;
+    gCallDepth = depth;
 }
 
 // Leaves the current call and returns its base. Raises ReturnOutsideFunction if there is none.
 inline int32_t popCall() {
-    const int32_t depth = gCallDepth - 1;
-    if (depth < 0) syntaxError(ScriptError::ReturnOutsideFunction);
-    gCallDepth = depth;
-    return gCallStack[depth];
-}
-
-// gLocalTop at the start of the current call: its locals stand from there on. 0 outside calls.
-inline int32_t currentFrameBase() {
     const int32_t depth = gCallDepth;
-    return depth > 0 ? gCallStack[depth - 1] : 0;
+    if (depth <= 0) syntaxError(ScriptError::ReturnOutsideFunction);
+    gCallDepth = depth - 1;
+    return gCallStack[depth];
 }
 
 // The look-up of a name: the current call's locals from the newest to the oldest, then the globals;
 // the first match counts. A callee cannot see the locals of its caller. Null if there is none.
 inline ScriptVariable* lookUpVariable(const Name* name) {
-    const int32_t base = currentFrameBase();
+    const int32_t base = gCallStack[gCallDepth];
     for (int32_t i = gLocalTop - 1; i >= base; i--) {
         if (gLocalStack[i].name == name) return &gLocalStack[i];
     }
