@@ -83,26 +83,27 @@ static void call(benchmark::State& state) {
     evaluateAt(state, placeOfExpression("add(g, 1)"));
 }
 
-static void lookUpGlobal(benchmark::State& state) {
+static void lookUpVariableAgain(benchmark::State& state) {
     loadLevelText(kText);
     Name* name = nameOf("g");
     for (auto _ : state) {
         benchmark::DoNotOptimize(name);
-        benchmark::DoNotOptimize(findVar(name));
+        benchmark::DoNotOptimize(lookUpVariable(name));
     }
 }
 
-// The one wanted is the oldest of `range` locals, so the search passes all of them.
-static void lookUpLocal(benchmark::State& state) {
+// What the first look-up in a call costs. The one wanted is the oldest of `range` locals, so the search
+// passes all of them.
+static void searchLocal(benchmark::State& state) {
     loadLevelText(kText);
     Name* name = nameOf("wanted");
     pushCall(gLocalTop);
-    pushLocal({name, kArgumentType, 1});
+    pushLocal(name, kArgumentType);
     for (int64_t i = 1; i < state.range(0); i++)
-        pushLocal({nameOf("other" + std::to_string(i)), kArgumentType, 0});
+        pushLocal(nameOf("other" + std::to_string(i)), kArgumentType);
     for (auto _ : state) {
         benchmark::DoNotOptimize(name);
-        benchmark::DoNotOptimize(findVar(name));
+        benchmark::DoNotOptimize(searchVariable(name));
     }
     gLocalTop = popCall();
 }
@@ -132,8 +133,8 @@ BENCHMARK(tokenFirstRead);
 BENCHMARK(tokenReadAgain);
 BENCHMARK(expression);
 BENCHMARK(call);
-BENCHMARK(lookUpGlobal);
-BENCHMARK(lookUpLocal)->Arg(1)->Arg(10);
+BENCHMARK(lookUpVariableAgain);
+BENCHMARK(searchLocal)->Arg(1)->Arg(10);
 BENCHMARK(lookUpBuiltin);
 BENCHMARK(lookUpFunction);
 BENCHMARK(loadLongestScript);

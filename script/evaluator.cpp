@@ -11,28 +11,15 @@
 #include "script/tokens.h"
 #include "script/variables.h"
 
-// Division ------------------------------------------------------------------------------------
-
-static int32_t multiplyOrDivide(Place* operation, int32_t a, int32_t b, const Place* end) {
-    if (operation->symbol == '*') return wrapMultiply(a, b);
-    if (operation->symbol == '/') {
-        if (b == 0) syntaxErrorBehind(end, ScriptError::DivisionByZero);
-        return wrapDivide(a, b);
-    }
-    // The remainder checks nothing: a zero divisor ends the process as the processor's own fault
-    // would.
-    if (b == 0) raiseDivisionFault();
-    return wrapRemainder(a, b);
-}
-
 // Operands ------------------------------------------------------------------------------------
 
-// Each level of the grammar is a function that is given the token it starts at. The short ones are
-// inlined: most operands have nothing around them, and pay for no level that they do not use.
+// Each level of the grammar is a function that is given the token it starts at. What an expression is
+// made of mostly - variables, numbers, operators - is compiled into its callers; what takes its time
+// anyway stands apart, so that it does not get in the way.
 
 static Evaluated evalAssign(Place* token);
 
-// The two calls of an identifier. Out of the way of the variables, which are met far more often.
+// The two calls of an identifier. `position` is the one behind it.
 [[gnu::noinline]] static Evaluated evalCall(Place* token, Place* position) {
     const Name* name = token->name;
     int32_t value = 0;
@@ -50,7 +37,8 @@ static Evaluated evalAssign(Place* token);
     return {value, tokenAt(position)};
 }
 
-static inline int32_t variableValue(const Place* token) {
+// The value of the variable that `token` names.
+static inline int32_t findVar(const Place* token) {
     const ScriptVariable* variable = lookUpVariable(token->name);
     if (variable == nullptr) syntaxErrorBehind(token, ScriptError::NoSuchVariable);
     return variable->value;
@@ -62,10 +50,16 @@ static inline int32_t variableValue(const Place* token) {
 static Evaluated evalName(Place* token, Place* position) {
     const Name* name = token->name;
     if (name->builtin != nullptr || name->function != nullptr) return evalCall(token, position);
-    const int32_t value = variableValue(token);
+    const int32_t value = findVar(token);
     Place* next = tokenAt(position);
     if (token->next->plain && next->symbol != '=') token->operand = Operand::Variable;
     return {value, next};
+}
+
+static Evaluated evalNumber(Place* token) {
+    Place* next = tokenAt(token->next);
+    token->operand = Operand::Number;
+    return {token->number, next};
 }
 
 // No escapes: the character counts as it is.
@@ -75,12 +69,6 @@ static Evaluated evalName(Place* token, Place* position) {
         syntaxErrorBehind(quote, ScriptError::NoClosingQuote);
     }
     return {static_cast<signed char>(*position), tokenAt(placeAt(position + 2))};
-}
-
-static Evaluated evalNumber(Place* token) {
-    Place* next = tokenAt(token->next);
-    token->operand = Operand::Number;
-    return {token->number, next};
 }
 
 // atom -> identifier ... | number | "'" character "'" | (nothing, before a ")": it counts as 0)
@@ -110,22 +98,35 @@ static Evaluated evalParen(Place* token) {
     return {minus ? wrapSubtract(0, operand.value) : operand.value, operand.place};
 }
 
-// unary, the short way for what most operands are
+// The same, by the short way for what was met before.
 [[gnu::always_inline]] static inline Evaluated evalOperand(Place* token) {
-    if (token->operand == Operand::Variable) return {variableValue(token), token->next};
+    if (token->operand == Operand::Variable) return {findVar(token), token->next};
     if (token->operand == Operand::Number) return {token->number, token->next};
     return evalUnary(token);
 }
 
 // Operators -----------------------------------------------------------------------------------
 
-// The levels of the operators start behind their first operand, which they are given.
+// The levels of the operators start behind their first operand: they are given its value and the
+// token behind it.
+
+// `end` is the token behind the right operand.
+static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Place* end) {
+    if (operation == '*') return wrapMultiply(a, b);
+    if (operation == '/') {
+        if (b == 0) syntaxErrorBehind(end, ScriptError::DivisionByZero);
+        return wrapDivide(a, b);
+    }
+    // No check in the language: the process ends as by the processor's own fault.
+    if (b == 0) raiseDivisionFault();
+    return wrapRemainder(a, b);
+}
 
 // product -> unary { ( "*" | "/" | "%" ) unary }
 [[gnu::always_inline]] static inline Evaluated evalMulDiv(int32_t value, Place* token) {
     while (token->binding == Binding::Product) {
         const Evaluated right = evalOperand(tokenAt(token->next));
-        value = multiplyOrDivide(token, value, right.value, right.place);
+        value = multiplyOrDivide(token->symbol, value, right.value, right.place);
         token = right.place;
     }
     return {value, token};
@@ -140,7 +141,8 @@ static Evaluated evalParen(Place* token) {
     while (token->binding == Binding::Sum) {
         const Evaluated first = evalOperand(tokenAt(token->next));
         const Evaluated right = evalMulDiv(first.value, first.place);
-        value = token->symbol == '-' ? wrapSubtract(value, right.value) : wrapAdd(value, right.value);
+        const bool minus = token->symbol == '-';
+        value = minus ? wrapSubtract(value, right.value) : wrapAdd(value, right.value);
         token = right.place;
     }
     return {value, token};
@@ -160,8 +162,9 @@ static Evaluated evalParen(Place* token) {
     return {value, right.place};
 }
 
-// variable "=" assign
-[[gnu::noinline]] static Evaluated assign(ScriptVariable* variable, const Place* equalsSign, const Place* name) {
+// The value of an assignment is that of its right side.
+[[gnu::noinline]] static Evaluated assign(ScriptVariable* variable, const Place* name,
+                                          const Place* equalsSign) {
     enterNesting(name->next);
     const Evaluated right = evalAssign(tokenAt(equalsSign->next));
     variable->value = right.value;
@@ -169,20 +172,17 @@ static Evaluated evalParen(Place* token) {
     return right;
 }
 
-// assign -> variable "=" assign | relation, of an identifier
-// Whether it is the first takes reading the token behind the variable, and putting it back if it is
-// no "=". That moves the position: behind blanks and comments, behind an empty token, into a string.
-// Behind a token that is plain only getche and getnum, which go on character by character, could
-// tell.
-static Evaluated evalFirstName(Place* token) {
+// assign, where it starts with an identifier
+// Whether that is assigned to takes reading the token behind a variable, and putting it back if it is
+// no "=". This moves the position: behind blanks and comments, behind an empty token, into a string.
+// Where the token is plain only getche and getnum, which go on character by character, could tell.
+static Evaluated evalAssignName(Place* token) {
     Place* position = token->next;
     if (!position->plain || position->symbol == '=' || token->name->builtin != nullptr) {
         ScriptVariable* variable = lookUpVariable(token->name);
         if (variable != nullptr) {
             const Place* behind = tokenAt(position);
-            if (behind->symbol == '=') {
-                return assign(variable, behind, token);
-            }
+            if (behind->symbol == '=') return assign(variable, token, behind);
             position = behind->back;
         }
     }
@@ -193,7 +193,7 @@ static Evaluated evalFirstName(Place* token) {
 // assign -> variable "=" assign | relation
 static Evaluated evalAssign(Place* token) {
     if (token->kind == TokenKind::Identifier && token->operand != Operand::Variable) {
-        return evalFirstName(token);
+        return evalAssignName(token);
     }
     const Evaluated left = evalOperand(token);
     if (left.place->binding == Binding::None) return {left.value, left.place};

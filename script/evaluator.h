@@ -1,9 +1,8 @@
 // The expression evaluator: recursive descent over the tokens, computing as it reads.
 //
-// Each level starts with the first token of its operand already read, and returns its value and the
-// first token it did not use. Where the evaluator stands is handed from level to level, and from
-// here to the statements: that is faster than one position in memory. gProgramPos and gToken are
-// set for who reads them - built-ins and the reports of errors - and behind an expression.
+// Each level is given the first token of its operand and returns its value and the first token it did
+// not use. Where the evaluator stands is handed from level to level and on to the statements; gToken
+// and gProgramPos are set for those who read them: built-ins and the reports of errors.
 //
 // Arithmetic is 32-bit and wraps. There are no logical and no bitwise operators, no increment and no
 // compound assignment; "^" is a token but no operator. Every error is raised by syntaxError and none
@@ -14,10 +13,9 @@
 
 struct Place;
 
-// What reading a part of the script leaves: a value, and where to go on.
 struct Evaluated {
     int32_t value;
-    Place* place;
+    Place* place;  // where to go on: a position or a token
 };
 
 // Reads one expression at gProgramPos and returns its value. The token that ends it is put back, so
@@ -25,7 +23,7 @@ struct Evaluated {
 // stays consumed. Raises NoExpression where there is none.
 int32_t evalExpression();
 
-// The same at `position`; gProgramPos is left alone, and where it would be is returned.
+// The same at `position`; returns the position afterwards instead of moving gProgramPos.
 Evaluated evalExpression(Place* position);
 
 // evalExpression and then getToken, in one: the token that ends the expression is returned.

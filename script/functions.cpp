@@ -39,20 +39,8 @@ static Place* getArgs(Place* position) {
 
     gProgramPos = token->next;  // for an error's report
     while (count > 0)
-        pushLocal({nullptr, kArgumentType, values[--count]});
+        pushArgument(values[--count]);
     return token->next;
-}
-
-// Names the argument at `slot`, or pushes a local where the caller gave no argument.
-static void nameParameter(Place* token, int32_t slot, int32_t base) {
-    Name* name = declaredName(token);
-    if (slot < base) {
-        gProgramPos = token->next;
-        pushLocal({name, kParameterType, 0});
-        return;
-    }
-    gLocalStack[slot].name = name;
-    gLocalStack[slot].type = kParameterType;
 }
 
 // Reads the parameters at `position`, in the callee's definition, and names the arguments with them,
@@ -69,8 +57,13 @@ static Place* getParams(Place* position, int32_t base) {
             syntaxErrorBehind(token, ScriptError::NoTypeSpecifier);
         }
         token = tokenAt(token->next);
-        nameParameter(token, slot, base);
-        slot--;
+        Name* name = declaredName(token);
+        gProgramPos = token->next;  // for an error's report
+        if (slot >= base) {
+            nameArgument(&gLocalStack[slot--], name);
+        } else {
+            pushLocal(name, kParameterType);
+        }
         token = tokenAt(token->next);
         position = token->next;
     } while (token->symbol == ',');

@@ -15,6 +15,8 @@ struct Name {
     const BuiltinFunction* builtin = nullptr;  // the engine's function of this name
     Place* function = nullptr;                 // location of the first user function of this name
     ScriptVariable* global = nullptr;          // the first global variable of this name
+    ScriptVariable* variable = nullptr;        // what it stood for when it was last looked up,
+    uint64_t call = 0;                         // and in which call (script/variables.h)
 };
 
 // The Name of `text`, made on first use.

@@ -19,14 +19,12 @@ static Place* findEndOfBlock(Place* position) {
 // type name { "," name } ";"
 // No initialisers. In the body of a loop every pass pushes new locals until the function returns.
 [[gnu::noinline]] static Place* declareLocal(const Place* type) {
-    ScriptVariable local;
-    local.type = static_cast<int32_t>(type->keyword);
     const Place* token = type;
     do {
         Place* name = tokenAt(token->next);
-        local.name = declaredName(name);
+        Name* declared = declaredName(name);
         gProgramPos = name->next;  // for an error's report
-        pushLocal(local);
+        pushLocal(declared, static_cast<int32_t>(type->keyword));
         token = tokenAt(name->next);
     } while (token->symbol == ',');
     if (token->symbol != ';') syntaxErrorBehind(token, ScriptError::NoSemicolon);

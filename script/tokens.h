@@ -1,15 +1,18 @@
-// The stream of tokens, and the memory that makes reading one again cost next to nothing.
-//
-// There is no token list. Whoever needs the next token calls getToken(), which takes the token at
-// gProgramPos, makes it the current one and moves behind it; putBack() steps back over it.
+// The tokens of the script, and the memory that makes reading one again cost next to nothing.
 //
 // The text never changes after loading and a token depends on its position alone, so a token is
 // read by the lexer once and kept. For each position of the text there is one Place, which holds
-// the token that is read there; a position is a pointer to its place. Kept with the token are its
-// value or its name, the places around it, and where the brackets that open before it close. None
-// of that can be seen from outside: it is what reading the text again would find. By default two
-// threads run script code in this one state, unlocked: they may read each other's tokens then, but
-// every pointer stays inside the storage. ZEL_TICKS=main avoids it.
+// the token that is read there; a position is a pointer to its place, and so is a token. Kept with
+// the token are its value or its name, the places around it, and where the brackets that open before
+// it close. None of that can be seen from outside: it is what reading the text again would find.
+//
+// There is no token list. Built-ins and the pre-scan call getToken(), which takes the token at
+// gProgramPos, makes it the current one and moves behind it; putBack() steps back over it. Expressions
+// and statements hand on their places as values instead, tokenAt(token->next) being the next token:
+// so the compiler can keep them in registers.
+//
+// By default two threads run script code in this one state, unlocked: they may read each other's
+// tokens then, but every pointer stays inside the storage. ZEL_TICKS=main avoids it.
 #pragma once
 
 #include <cstdint>
@@ -32,8 +35,8 @@ enum class Binding : uint8_t {
     Product    // "*" "/" "%"
 };
 
-// What an operand that starts with the token is, where that was found at an earlier visit and the
-// token behind it has been read too.
+// What an operand that starts with the token is, if an earlier visit found that out; the token behind
+// it has then been read too.
 enum class Operand : uint8_t {
     Other,
     Number,
@@ -54,7 +57,7 @@ struct Place {
     Place* next = nullptr;      // behind the token; of a faulty one, at the fault
     Place* back = nullptr;      // where putting the token back leads
     Name* name = nullptr;       // of an identifier, and of what a declaration took for a name
-    Place* braceEnd = nullptr;  // where skipBalanced from here came to its end
+    Place* braceEnd = nullptr;  // where findBalance from here found the end
     Place* bracketEnd = nullptr;
     ScriptError fault = ScriptError::Syntax;
     char text[kTokenCapacity] = "";
@@ -63,10 +66,10 @@ struct Place {
 // The places of the program text, in order: one for each byte, one for its end, one behind that.
 extern Place* gPlaces;
 
-// Where the next token is read. Never null.
+// Where getToken reads. Behind an error it is the position that the report shows. Never null.
 extern Place* gProgramPos;
 
-// The current token: its text, kind and keyword code. Never null.
+// The current token, the last one that was read: its text, kind and keyword code. Never null.
 extern Place* gToken;
 
 // Stands at the start of the program text that has just been set; all that was kept is forgotten.
@@ -79,7 +82,7 @@ inline const char* textAt(const Place* place) {
 Place* placeAt(const char* position);
 
 // Reads the token at `place` and keeps it there; raises its error, with the position at the fault,
-// if it has one.
+// if it has one. Cold: what happens once is compiled out of the way of what happens at every visit.
 [[gnu::cold]] void readPlace(Place* place);
 
 // Raises `error` with the position behind `token`.
@@ -91,10 +94,10 @@ void countStep();  // of the fuzz target: ends scripts that would never end
 inline void countStep() {}
 #endif
 
-// The token at `position`, which is where it is kept; raises its error if it has one. Takes nothing.
+// The token at `position`; raises its error if it has one. Takes nothing.
 inline Place* tokenAt(Place* position) {
     countStep();
-    if (__builtin_expect(position->state != PlaceState::Kept, 0)) readPlace(position);
+    if (position->state != PlaceState::Kept) readPlace(position);
     return position;
 }
 

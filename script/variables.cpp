@@ -9,10 +9,28 @@ int32_t gLocalTop = 0;
 int32_t gCallStack[1 + kMaxCalls];
 int32_t gCallDepth = 0;
 
+uint64_t gCallNumbers[1 + kMaxCalls] = {1};
+uint64_t gLastCallNumber = 1;
+
 void declareGlobalVariable(const ScriptVariable& variable) {
     if (gGlobalCount >= kMaxGlobals) syntaxError(ScriptError::TooManyGlobals);
     ScriptVariable& slot = gGlobalVars[gGlobalCount];
     slot = variable;
     gGlobalCount++;
     if (variable.name->global == nullptr) variable.name->global = &slot;
+}
+
+static ScriptVariable* searchFrame(const Name* name, int32_t base) {
+    for (int32_t i = gLocalTop - 1; i >= base; i--) {
+        if (gLocalStack[i].name == name) return &gLocalStack[i];
+    }
+    return nullptr;
+}
+
+ScriptVariable* searchVariable(Name* name) {
+    const int32_t depth = gCallDepth;  // once: the frame searched and the call it is kept for agree
+    ScriptVariable* local = searchFrame(name, gCallStack[depth]);
+    name->variable = local != nullptr ? local : name->global;
+    name->call = gCallNumbers[depth];
+    return name->variable;
 }

@@ -38,15 +38,46 @@ extern int32_t gLocalTop;                       // used entries of gLocalStack
 extern int32_t gCallStack[1 + kMaxCalls];
 extern int32_t gCallDepth;  // active calls
 
+// The numbers of the active calls, and in front that of the time outside of calls. No two calls ever
+// have the same. A name keeps what it was found to stand for with the number of the call it was found
+// in: that counts in this call only, and no frame need be searched twice for it.
+extern uint64_t gCallNumbers[1 + kMaxCalls];
+extern uint64_t gLastCallNumber;
+
+// lookUpVariable by a search of the frame and the globals; keeps what it finds with the name.
+ScriptVariable* searchVariable(Name* name);
+
 // Raises TooManyGlobals when gGlobalVars is full.
 void declareGlobalVariable(const ScriptVariable& variable);
 
-// Pushes a local of the current call. Raises TooManyLocals when the stack is full.
-inline void pushLocal(const ScriptVariable& variable) {
+// Pushes an argument of the call to come, and returns it. Raises TooManyLocals when the stack is
+// full.
+inline ScriptVariable* pushArgument(int32_t value) {
     const int32_t top = gLocalTop;
     if (top >= kMaxLocals) syntaxError(ScriptError::TooManyLocals);
-    gLocalStack[top] = variable;
+    gLocalStack[top] = {nullptr, kArgumentType, value};
     gLocalTop = top + 1;
+    return &gLocalStack[top];
+}
+
+// Pushes a local of the current call, with the value 0. Raises TooManyLocals.
+inline void pushLocal(Name* name, int32_t type) {
+    ScriptVariable* local = pushArgument(0);
+    local->name = name;
+    local->type = type;
+    name->variable = local;
+    name->call = gCallNumbers[gCallDepth];
+}
+
+// Names an argument of the current call. Of two with the same name the newer one counts: parameters
+// are named from the newest argument on.
+inline void nameArgument(ScriptVariable* argument, Name* name) {
+    argument->name = name;
+    argument->type = kParameterType;
+    const uint64_t call = gCallNumbers[gCallDepth];
+    if (name->call == call) return;
+    name->variable = argument;
+    name->call = call;
 }
 
 // Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.
@@ -54,6 +85,7 @@ inline void pushCall(int32_t base) {
     const int32_t depth = gCallDepth + 1;
     if (depth > kMaxCalls) syntaxError(ScriptError::TooManyCalls);
     gCallStack[depth] = base;
+    gCallNumbers[depth] = ++gLastCallNumber;
     gCallDepth = depth;
 }
 
@@ -67,17 +99,7 @@ inline int32_t popCall() {
 
 // The look-up of a name: the current call's locals from the newest to the oldest, then the globals;
 // the first match counts. A callee cannot see the locals of its caller. Null if there is none.
-inline ScriptVariable* lookUpVariable(const Name* name) {
-    const int32_t base = gCallStack[gCallDepth];
-    for (int32_t i = gLocalTop - 1; i >= base; i--) {
-        if (gLocalStack[i].name == name) return &gLocalStack[i];
-    }
-    return name->global;
-}
-
-// The value of a variable. Raises NoSuchVariable for a name that is not found.
-inline int32_t findVar(const Name* name) {
-    const ScriptVariable* variable = lookUpVariable(name);
-    if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable);
-    return variable->value;
+inline ScriptVariable* lookUpVariable(Name* name) {
+    const bool isKept = name->call == gCallNumbers[gCallDepth];
+    return isKept ? name->variable : searchVariable(name);
 }
