@@ -7,11 +7,14 @@
 #include <cstdint>
 #include <string_view>
 
+#include "script/lexer.h"
+
 struct BuiltinFunction;
 struct Place;
 struct ScriptVariable;
 
 struct Name {
+    char text[kTokenCapacity] = "";
     const BuiltinFunction* builtin = nullptr;  // the engine's function of this name
     Place* function = nullptr;                 // location of the first user function of this name
     ScriptVariable* global = nullptr;          // the first global variable of this name
@@ -19,10 +22,10 @@ struct Name {
     uint64_t call = 0;                         // and in which call (script/variables.h)
 };
 
-// The Name of `text`, made on first use.
+// The Name of `text`, the text of a token: made on first use. Any thread.
 Name* nameOf(std::string_view text);
 
-// The Name of `text` if the script has used that word, else null. Allocates nothing.
+// The Name of `text` if the script has used that word, else null. Any thread.
 Name* findName(std::string_view text);
 
 // Forgets all names, for a new program text.

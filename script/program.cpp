@@ -91,7 +91,7 @@ bool loadScript(const char* path) {
 
 // The call reads its argument list from the definition's own parentheses: they must be empty.
 static void callAtDefinition(Place* location) {
-    callFunction(location, location - 1);
+    gProgramPos = callFunction(location, location - 1);
 }
 
 static void callMain(const void*) {

@@ -1,6 +1,7 @@
 #include "script/tokens.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
@@ -76,6 +77,8 @@ static void keepToken(Place& place) {
     place.back = placeAt(token.end - token.length);
     std::memcpy(place.text, token.text, sizeof place.text);
     if (!token.faulty) keepMeaning(place);
+    // Last of all, also for the compiler: the other thread may read the place at any moment.
+    std::atomic_signal_fence(std::memory_order_release);
     place.state = token.faulty ? PlaceState::Faulty : PlaceState::Kept;
 }
 

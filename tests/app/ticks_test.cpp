@@ -8,6 +8,7 @@
 
 #include "app/main_thread.h"
 #include "images/images.h"
+#include "script/tokens.h"
 #include "support/engine_test.h"
 #include "texts/fonts.h"
 #include "texts/game_texts.h"
@@ -327,4 +328,42 @@ TEST_F(HandOver, FontReplacedElsewhereIsClosedHere) {
     EXPECT_EQ("", callElsewhere("f"));
     composeFrame();
     EXPECT_NE(nullptr, gGameTexts.at(0).texture);
+}
+
+// Two threads in the interpreter ----------------------------------------------------------------
+
+// Each declares 95 names that are no identifiers: words that the load does not know.
+static std::string declaresNewWords(const std::string& function) {
+    std::string text = "int " + function + "() {";
+    for (int i = 0; i < 95; i++)
+        text += " int " + std::to_string(i) + function + ";";
+    return text + " }\n";
+}
+
+TEST_F(HandOver, TwoThreadsMayMeetNewWordsAtOnce) {
+    const std::string level = declaresNewWords("a") + declaresNewWords("b") + "int main() {}";
+    for (int round = 0; round < 150; round++) {
+        runLevel(level);
+        testing::internal::CaptureStdout();  // the threads may well run into errors of the script
+        std::atomic<int> started{0};
+        const auto call = [&](const char* function) {
+            started++;
+            while (started < 2) {
+            }
+            callScriptFunctionGuarded(function);
+        };
+        std::thread other(call, "a");
+        call("b");
+        other.join();
+        testing::internal::GetCapturedStdout();
+    }
+    EXPECT_EQ("7", runLevel("int main() { print(7); }"));
+}
+
+// Where a built-in goes on that waited on another thread meanwhile, as getche does.
+TEST_F(HandOver, CallLeavesThePositionBehindTheParameters) {
+    const std::string head = "int f()";
+    runLevel(head + " { if (1) { print(1); } while (0) { } } int main() {}");
+    outputOfCall("f");
+    EXPECT_EQ(gProgramBuffer + head.size(), textAt(gProgramPos));
 }
