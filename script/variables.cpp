@@ -10,7 +10,15 @@ int32_t gCallStack[1 + kMaxCalls];
 int32_t gCallDepth = 0;
 
 uint64_t gCallNumbers[1 + kMaxCalls] = {1};
-uint64_t gLastCallNumber = 1;
+__thread uint64_t gLastCallNumber = 0;
+
+// More calls than anyone waits for stand between the starts of two threads. The main thread is the
+// first, before there is another.
+void startCallNumbers() {
+    static uint64_t threads = 0;
+    threads++;
+    gLastCallNumber = threads << 48;
+}
 
 void declareGlobalVariable(const ScriptVariable& variable) {
     if (gGlobalCount >= kMaxGlobals) syntaxError(ScriptError::TooManyGlobals);

@@ -38,11 +38,19 @@ extern int32_t gLocalTop;                       // used entries of gLocalStack
 extern int32_t gCallStack[1 + kMaxCalls];
 extern int32_t gCallDepth;  // active calls
 
-// The numbers of the active calls, and in front that of the time outside of calls. No two calls ever
-// have the same. A name keeps what it was found to stand for with the number of the call it was found
-// in: that counts in this call only, and no frame need be searched twice for it.
+// The numbers of the active calls, and in front that of the time outside of calls. No two calls
+// ever have the same. A name keeps what it was found to stand for with the number of the call it
+// was found in: that counts in this call only, and no frame need be searched twice for it.
 extern uint64_t gCallNumbers[1 + kMaxCalls];
-extern uint64_t gLastCallNumber;
+
+// The number of the call that this thread entered last; 0 before the first. Each thread counts from
+// a start of its own.
+extern __thread uint64_t gLastCallNumber;
+void startCallNumbers();
+inline uint64_t nextCallNumber() {
+    if (gLastCallNumber == 0) startCallNumbers();
+    return ++gLastCallNumber;
+}
 
 // lookUpVariable by a search of the frame and the globals; keeps what it finds with the name.
 ScriptVariable* searchVariable(Name* name);
@@ -85,7 +93,7 @@ inline void pushCall(int32_t base) {
     const int32_t depth = gCallDepth + 1;
     if (depth > kMaxCalls) syntaxError(ScriptError::TooManyCalls);
     gCallStack[depth] = base;
-    gCallNumbers[depth] = ++gLastCallNumber;
+    gCallNumbers[depth] = nextCallNumber();
     gCallDepth = depth;
 }
 
