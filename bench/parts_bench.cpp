@@ -92,8 +92,8 @@ static void lookUpVariableAgain(benchmark::State& state) {
     }
 }
 
-// What the first look-up in a call costs. The one wanted is the oldest of `range` locals, so the search
-// passes all of them.
+// What the first look-up in a call costs. The one wanted is the oldest of `range` locals, so the
+// search passes all of them.
 static void searchLocal(benchmark::State& state) {
     loadLevelText(kText);
     Name* name = nameOf("wanted");

@@ -18,7 +18,7 @@ enum class ScriptError : int32_t {
     BadParameter = 5,  // never raised
     NoSemicolon = 6,
     UnbalancedBraces = 7,  // never raised
-    NoSuchFunction = 8,
+    NoSuchFunction = 8,    // never raised
     NoTypeSpecifier = 9,
     TooManyCalls = 10,
     ReturnOutsideFunction = 11,

@@ -13,13 +13,13 @@
 
 // Operands ------------------------------------------------------------------------------------
 
-// Each level of the grammar is a function that is given the token it starts at. What an expression is
-// made of mostly - variables, numbers, operators - is compiled into its callers; what takes its time
-// anyway stands apart, so that it does not get in the way.
+// Each level of the grammar is a function that is given the token it starts at. What an expression
+// is made of mostly - variables, numbers, operators - is compiled into its callers; what takes its
+// time anyway stands apart, so that it does not get in the way.
 
 static Evaluated evalAssign(Place* token);
 
-// The two calls of an identifier. `position` is the one behind it.
+// The two calls of an identifier. `position` is where the arguments are read.
 [[gnu::noinline]] static Evaluated evalCall(Place* token, Place* position) {
     const Name* name = token->name;
     int32_t value = 0;
@@ -45,8 +45,8 @@ static inline int32_t findVar(const Place* token) {
 }
 
 // identifier -> builtin arguments | function arguments | variable
-// A built-in hides a function, a function hides a variable of the same name. `position` is the one
-// behind the identifier.
+// A built-in hides a function, a function hides a variable of the same name. `position` is where
+// reading goes on behind the identifier.
 static Evaluated evalName(Place* token, Place* position) {
     const Name* name = token->name;
     if (name->builtin != nullptr || name->function != nullptr) return evalCall(token, position);
@@ -173,9 +173,10 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 }
 
 // assign, where it starts with an identifier
-// Whether that is assigned to takes reading the token behind a variable, and putting it back if it is
-// no "=". This moves the position: behind blanks and comments, behind an empty token, into a string.
-// Where the token is plain only getche and getnum, which go on character by character, could tell.
+// Behind a variable the next token is read, to see whether it is "=", and put back if it is not.
+// That moves the position: behind blanks and comments, behind an empty token, into a string. A
+// plain token is found again from either position; only getche and getnum, which go on character by
+// character, could tell.
 static Evaluated evalAssignName(Place* token) {
     Place* position = token->next;
     if (!position->plain || position->symbol == '=' || token->name->builtin != nullptr) {
@@ -227,6 +228,6 @@ Evaluated evalArgument(Place* position) {
     return {result.value, tokenAt(result.place->back)};
 }
 
-Evaluated evalCurrentExpression(Place* token) {
+Evaluated evalExpressionFrom(Place* token) {
     return evalAssign(token);
 }

@@ -1,12 +1,12 @@
 // The expression evaluator: recursive descent over the tokens, computing as it reads.
 //
-// Each level is given the first token of its operand and returns its value and the first token it did
-// not use. Where the evaluator stands is handed from level to level and on to the statements; gToken
-// and gProgramPos are set for those who read them: built-ins and the reports of errors.
+// Each level is given the first token of its operand and returns its value and the first token it
+// did not use. Where the evaluator stands is handed from level to level and on to the statements;
+// gToken and gProgramPos are set for built-ins, gProgramPos for the reports of errors too.
 //
-// Arithmetic is 32-bit and wraps. There are no logical and no bitwise operators, no increment and no
-// compound assignment; "^" is a token but no operator. Every error is raised by syntaxError and none
-// returns.
+// Arithmetic is 32-bit and wraps. There are no logical and no bitwise operators, no increment and
+// no compound assignment; "^" is a token but no operator. Every error is raised by syntaxError and
+// none returns.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ struct Place;
 
 struct Evaluated {
     int32_t value;
-    Place* place;  // where to go on: a position or a token
+    Place* place;  // where to go on: the position behind, or the first token not used
 };
 
 // Reads one expression at gProgramPos and returns its value. The token that ends it is put back, so
@@ -23,11 +23,12 @@ struct Evaluated {
 // stays consumed. Raises NoExpression where there is none.
 int32_t evalExpression();
 
-// The same at `position`; returns the position afterwards instead of moving gProgramPos.
+// The same at `position`; returns the position behind it instead of moving gProgramPos.
 Evaluated evalExpression(Place* position);
 
-// evalExpression and then getToken, in one: the token that ends the expression is returned.
+// The same and then getToken, in one: returns the token that ends the expression. Sets no gToken.
 Evaluated evalArgument(Place* position);
 
-// Evaluates the expression that starts with `token`, and returns the token that ends it.
-Evaluated evalCurrentExpression(Place* token);
+// Evaluates the expression that starts with `token`, and returns the token that ends it. Sets no
+// gToken.
+Evaluated evalExpressionFrom(Place* token);

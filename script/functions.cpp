@@ -43,10 +43,10 @@ static Place* getArgs(Place* position) {
     return token->next;
 }
 
-// Reads the parameters at `position`, in the callee's definition, and names the arguments with them,
-// the first one the first. `base` is where the callee's frame starts: parameters without an argument
-// become locals with the value 0, and nothing below the frame is touched. Returns the position
-// behind the list.
+// Reads the parameters at `position`, in the callee's definition, and names the arguments with
+// them, the first one the first. `base` is where the callee's frame starts: parameters without an
+// argument become locals with the value 0, and nothing below the frame is touched. Returns the
+// position behind the list.
 static Place* getParams(Place* position, int32_t base) {
     int32_t slot = gLocalTop - 1;
     Place* token = nullptr;

@@ -30,6 +30,6 @@ void recordFunction(const ScriptFunction& function);
 Place* findFunction(const char* name);
 
 // Calls the function at `location` with the arguments whose "(" is at `position`, and returns the
-// position behind them; gReturnValue holds the result. Raises TooManyArguments, TooManyCalls and
-// whatever the arguments and the body raise.
+// position behind them. gReturnValue holds the result; gProgramPos is left where it came to stand.
+// Raises TooManyArguments, TooManyCalls and whatever the arguments and the body raise.
 Place* callFunction(Place* location, Place* position);

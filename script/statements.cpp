@@ -81,10 +81,10 @@ static Evaluated evaluateForPart(Place* position) {
     }
 }
 
-// The ";" behind the expression is left to be read as a statement of its own; in a block, where that
-// does nothing, it is read here.
+// The ";" behind the expression is left to be read as a statement of its own; in a block, where
+// that does nothing, it is read here.
 static Place* execExpression(Place* token, bool inBlock) {
-    Place* end = evalCurrentExpression(token).place;
+    Place* end = evalExpressionFrom(token).place;
     gToken = end;
     if (end->symbol == ';' && inBlock) return end->next;
     if (end->symbol == ';') return end->back;
@@ -133,7 +133,7 @@ static Place* runBlock(Place* position) {
             if (inBlock) waitIfStuck(token);
             position = execKeyword(token);
         }
-        // The token that was read last, be it by a block inside this one.
+        // Not `token`: the end of the text may have been met by a block inside this one.
     } while (inBlock && gToken->keyword != KeywordCode::Finished);
     return position;
 }

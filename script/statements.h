@@ -8,7 +8,7 @@
 struct Place;
 
 // Runs one statement, or one block in braces, at `position` and returns the position behind it. The
-// token read last is the current one then; the position in memory, gProgramPos, is not moved.
+// current token is then the end of the text exactly if that was read last.
 //
 // `return` ends only the interpretBlock that reads it. Directly in a function's body that ends the
 // function; in a nested block the rest of that block still runs, as part of the block around it,

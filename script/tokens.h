@@ -3,13 +3,14 @@
 // The text never changes after loading and a token depends on its position alone, so a token is
 // read by the lexer once and kept. For each position of the text there is one Place, which holds
 // the token that is read there; a position is a pointer to its place, and so is a token. Kept with
-// the token are its value or its name, the places around it, and where the brackets that open before
-// it close. None of that can be seen from outside: it is what reading the text again would find.
+// the token are its value or its name, the places around it, and where the brackets that open
+// before it close. None of that can be seen from outside: it is what reading the text again would
+// find.
 //
 // There is no token list. Built-ins and the pre-scan call getToken(), which takes the token at
-// gProgramPos, makes it the current one and moves behind it; putBack() steps back over it. Expressions
-// and statements hand on their places as values instead, tokenAt(token->next) being the next token:
-// so the compiler can keep them in registers.
+// gProgramPos, makes it the current one and moves behind it; putBack() steps back over it.
+// Expressions and statements hand on their places as values instead, tokenAt(token->next) being the
+// next token: so the compiler can keep them in registers.
 //
 // By default two threads run script code in this one state, unlocked: they may read each other's
 // tokens then, but every pointer stays inside the storage. ZEL_TICKS=main avoids it.
@@ -35,8 +36,8 @@ enum class Binding : uint8_t {
     Product    // "*" "/" "%"
 };
 
-// What an operand that starts with the token is, if an earlier visit found that out; the token behind
-// it has then been read too.
+// What an operand that starts with the token is, if an earlier visit found that out; the token
+// behind it has then been read too.
 enum class Operand : uint8_t {
     Other,
     Number,
@@ -69,7 +70,8 @@ extern Place* gPlaces;
 // Where getToken reads. Behind an error it is the position that the report shows. Never null.
 extern Place* gProgramPos;
 
-// The current token, the last one that was read: its text, kind and keyword code. Never null.
+// The current token: the last one that getToken took; behind an expression the token that ended it.
+// Never null.
 extern Place* gToken;
 
 // Stands at the start of the program text that has just been set; all that was kept is forgotten.
@@ -124,10 +126,6 @@ inline bool tokenIs(char c) {
     return gToken->symbol == c;
 }
 
-inline bool tokenIsEmpty() {
-    return gToken->length == 0;
-}
-
 // The name that `token`, whatever its kind, gives to what is being declared. One longer than 30
 // characters is fatal: prints "Name is too long: " and the name, and aborts the process.
 Name* checkDeclaredName(Place* token);
@@ -143,12 +141,12 @@ Place* behindCharacter(const Place* position);
 Place* behindCloseParen(const Place* position);
 
 // Reads on from `position` until as many `close` as `open` have passed, one `open` being read
-// already, and returns the last `close`; `open` is "{" or "(". Where the text has no such place this
-// never returns (script/halt.h).
+// already, and returns the last `close`; `open` is "{" or "(". Where the text has no such place
+// this never returns (script/halt.h).
 Place* findBalance(Place* position, char open, char close);
 
-// Says so and waits for ever if `token` is one that reading on cannot get past: for loops that go on
-// whatever they read.
+// Says so and waits for ever if `token` is one that reading on cannot get past: for loops that go
+// on whatever they read.
 [[noreturn]] void waitAtCharacter(Place* token);
 inline void waitIfStuck(Place* token) {
     if (token->stuck) waitAtCharacter(token);
