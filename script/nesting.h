@@ -18,8 +18,9 @@ constexpr int32_t kMaxNesting = 4000;
 constexpr int32_t kNestingStep = 16;
 static_assert(kMaxNesting % kNestingStep == 0, "the bound must be looked at when it is reached");
 
-// Levels entered and not left on this thread; runGuarded puts it back after an error.
-extern __thread int32_t gNestingDepth;
+// Levels entered and not left on this thread; runGuarded puts it back after an error. The model
+// says that it is in the executable: that makes it as cheap as any other variable.
+[[gnu::tls_model("local-exec")]] extern __thread int32_t gNestingDepth;
 
 // Raises NestedTooDeeply, at `position`, at the bound, and on a thread whose stack is smaller than
 // usual before that stack runs out.

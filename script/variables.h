@@ -45,7 +45,7 @@ extern uint64_t gCallNumbers[1 + kMaxCalls];
 
 // The number of the call that this thread entered last; 0 before the first. Each thread counts from
 // a start of its own.
-extern __thread uint64_t gLastCallNumber;
+[[gnu::tls_model("local-exec")]] extern __thread uint64_t gLastCallNumber;
 void startCallNumbers();
 inline uint64_t nextCallNumber() {
     if (gLastCallNumber == 0) startCallNumbers();
