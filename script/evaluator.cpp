@@ -90,12 +90,16 @@ static Evaluated evalParen(Place* token) {
     return {inner.value, tokenAt(inner.place->next)};
 }
 
+[[gnu::noinline]] static Evaluated evalSigned(const Place* sign) {
+    const Evaluated operand = evalParen(tokenAt(sign->next));
+    const bool minus = sign->symbol == '-';
+    return {minus ? wrapSubtract(0, operand.value) : operand.value, operand.place};
+}
+
 // unary -> [ "+" | "-" ] paren
 [[gnu::noinline]] static Evaluated evalUnary(Place* token) {
-    const bool minus = token->symbol == '-';
-    if (!minus && token->symbol != '+') return evalParen(token);
-    const Evaluated operand = evalParen(tokenAt(token->next));
-    return {minus ? wrapSubtract(0, operand.value) : operand.value, operand.place};
+    const bool isSigned = token->symbol == '-' || token->symbol == '+';
+    return isSigned ? evalSigned(token) : evalParen(token);
 }
 
 // The same, by the short way for what was met before.
@@ -132,9 +136,8 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
     return {value, token};
 }
 
-// sum -> product { ( "+" | "-" ) product }
-[[gnu::always_inline]] static inline Evaluated evalAddSub(int32_t value, Place* token) {
-    if (token->binding < Binding::Sum) return {value, token};
+// evalAddSub where `token` is an operator of the sum or of its first product.
+[[gnu::noinline]] static Evaluated evalSum(int32_t value, Place* token) {
     const Evaluated left = evalMulDiv(value, token);
     value = left.value;
     token = left.place;
@@ -148,18 +151,28 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
     return {value, token};
 }
 
-// relation -> sum [ ( "<" | "<=" | ">" | ">=" | "==" | "!=" | empty token ) sum ]
-// One comparison only. The right operand of an empty token is read, evaluated and dropped.
-[[gnu::noinline]] static Evaluated evalRelational(int32_t value, Place* token) {
-    const Evaluated left = evalAddSub(value, token);
-    value = left.value;
-    token = left.place;
-    if (token->binding != Binding::Relation) return {value, token};
+// sum -> product { ( "+" | "-" ) product }
+[[gnu::always_inline]] static inline Evaluated evalAddSub(int32_t value, Place* token) {
+    if (token->binding < Binding::Sum) return {value, token};
+    return evalSum(value, token);
+}
+
+// The comparison of `value` by the operator `token`. That may be an empty token: its right operand
+// is read, evaluated and dropped.
+[[gnu::noinline]] static Evaluated evalComparison(int32_t value, Place* token) {
     const Evaluated first = evalOperand(tokenAt(token->next));
     const Evaluated right = evalAddSub(first.value, first.place);
     const char relation = token->symbol;
     if (relation != 0) value = compareValues(relation, value, right.value) ? 1 : 0;
     return {value, right.place};
+}
+
+// relation -> sum [ ( "<" | "<=" | ">" | ">=" | "==" | "!=" | empty token ) sum ]
+// One comparison only.
+[[gnu::always_inline]] static inline Evaluated evalRelational(int32_t value, Place* token) {
+    const Evaluated left = evalAddSub(value, token);
+    if (left.place->binding != Binding::Relation) return {left.value, left.place};
+    return evalComparison(left.value, left.place);
 }
 
 // The value of an assignment is that of its right side.
