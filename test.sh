@@ -7,7 +7,7 @@ source tools/packages.sh
 
 # The stages in order: name, a colon, what runs. The first that fails ends the run.
 kStages=(
-    "release build: build release -DZEL_TESTS=ON"
+    "release build: build release -DZEL_TESTS=ON -DZEL_BENCH=OFF"
     "release tests: runTests release"
     "release plays: runPlays release"
     "asan build: build asan"

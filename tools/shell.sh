@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Small helpers that run.sh and test.sh share. Sourced after `set -euo pipefail`, with the project's
+# Small helpers that run.sh, test.sh and bench.sh share. Sourced after `set -euo pipefail`, with the project's
 # root as working directory.
 
 # quietly WHAT COMMAND...: runs COMMAND and keeps its output back unless it fails; then all of it is

@@ -1,6 +1,7 @@
 # shellcheck shell=bash
 # A display for machines that have none: Xvfb on a free display number, exactly as large as the
-# engine's window, so that a picture of the screen is a picture of the window. Sourced by run.sh.
+# engine's window, so that a picture of the screen is a picture of the window. Sourced by run.sh and
+# bench.sh.
 
 gVirtualDisplayPid=""  # of the Xvfb that startVirtualDisplay started; empty while there is none
 gVirtualDisplayLog=""  # what that Xvfb says
@@ -10,7 +11,8 @@ startVirtualDisplay() {
     local number
     gVirtualDisplayLog="$(mktemp)"
     # Xvfb picks the number itself and writes it once it can be connected to: no race, no waiting.
-    exec {displayPipe}< <(exec Xvfb -displayfd 1 -screen 0 640x480x24 -nolisten tcp \
+    # -noreset: it does not start afresh whenever its last client leaves, for which the next would wait.
+    exec {displayPipe}< <(exec Xvfb -displayfd 1 -screen 0 640x480x24 -nolisten tcp -noreset \
         2>"$gVirtualDisplayLog")
     gVirtualDisplayPid=$!
     if ! read -r -t 20 -u "$displayPipe" number; then
