@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Builds the measurements of bench/, runs them and prints one table. See --help.
 set -euo pipefail
+caller="$PWD"  # paths in the options start there
 cd "$(dirname "${BASH_SOURCE[0]}")"
+root="$PWD"
 source tools/shell.sh
 source tools/packages.sh
 source tools/virtual_display.sh
@@ -14,7 +16,8 @@ Installs the packages that are missing, builds the engine and the measurements,
 and prints a table: scripts against python3, drawing and start-up against bare
 SDL calls. docs/performance.md explains it and keeps one.
 
-    --rounds N    how often everything is measured; the least counts (default 7)
+    --rounds N    how often scripts and parts are measured; the least counts
+                  (default 7)
     --before ZEL  compares the scripts with another executable of the engine too
     --help        shows this text
 HELP
@@ -31,7 +34,8 @@ tests=OFF
 if isInstalled libgtest-dev; then tests=ON; fi
 echo "Building..."
 quietly "configuring" cmake --preset release -DZEL_BENCH=ON -DZEL_TESTS="$tests"
-quietly "building" cmake --build build --target zel parts_bench draw_bench first_frame bare_sdl
+quietly "building" cmake --build build --target zel parts_bench draw_bench first_frame first_load bare_sdl
 trap stopVirtualDisplay EXIT
 startVirtualDisplay
-/usr/bin/python3 bench/run.py build "$@"
+cd "$caller"
+/usr/bin/python3 "$root/bench/run.py" "$root/build" "$@"

@@ -1,4 +1,4 @@
-// Counts what C++ code takes from the heap: the engine's own share, not the libraries'.
+// Counts what C++ code takes from the heap: the engine's share, and that of libraries in C++.
 #pragma once
 
 #include <cstdint>

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <ctime>
 #include <string>
 #include <vector>
 
@@ -18,19 +17,31 @@
 #include "images/images.h"
 #include "texts/fonts.h"
 #include "texts/game_texts.h"
-#include "timers/timers.h"
 
 static void finishFrame() {
     const SDL_Rect corner = {0, 0, 1, 1};
     Uint32 pixel = 0;
-    SDL_RenderReadPixels(gRenderer, &corner, SDL_PIXELFORMAT_ARGB8888, &pixel, sizeof pixel);
+    require(SDL_RenderReadPixels(gRenderer, &corner, SDL_PIXELFORMAT_ARGB8888, &pixel,
+                                 sizeof pixel) == 0,
+            "a frame cannot be read");
     benchmark::DoNotOptimize(pixel);
 }
 
-static double processorSeconds() {
-    timespec time;
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+static std::vector<Uint32> pixelsOf(void (*drawOnce)()) {
+    std::vector<Uint32> pixels(static_cast<size_t>(SCREEN_WIDTH) * SCREEN_HEIGHT);
+    drawOnce();
+    require(SDL_RenderReadPixels(gRenderer, nullptr, SDL_PIXELFORMAT_ARGB8888, pixels.data(),
+                                 SCREEN_WIDTH * static_cast<int>(sizeof(Uint32))) == 0,
+            "a frame cannot be read");
+    return pixels;
+}
+
+// What is compared must be the same picture, and something must be on it.
+static void requireSamePicture(void (*drawBare)()) {
+    const std::vector<Uint32> bare = pixelsOf(drawBare);
+    require(bare == pixelsOf(composeFrame), "the two frames are not the same");
+    require(std::count(bare.begin(), bare.end(), bare.back()) < static_cast<int64_t>(bare.size()),
+            "nothing is drawn");
 }
 
 static double secondsOfFrame(void (*drawOnce)()) {
@@ -42,8 +53,7 @@ static double secondsOfFrame(void (*drawOnce)()) {
 
 // Reports both times in seconds, and what one of the engine's frames took from the heap.
 static void compareFrames(benchmark::State& state, void (*drawBare)()) {
-    secondsOfFrame(drawBare);
-    secondsOfFrame(composeFrame);
+    requireSamePicture(drawBare);
     double bare = 1e9;
     double engine = 1e9;
     int64_t allocations = 0;
@@ -74,27 +84,24 @@ static std::vector<BareImage> gBareImages;
 
 static const char kPicture[] = "SysPics/select.bmp";
 
-// All images loaded so far, the first of which are on the screen. Each has a texture of its own, as
-// in a level.
-static std::vector<Image> gStock;
-
-static void growStock(size_t count) {
-    while (gStock.size() < count) {
+// Each image has a texture of its own, as in a level.
+static void requireImages(int64_t count) {
+    requireEngine();
+    for (int32_t i = 0; i < count; i++) {
         Image image = makeImage(kPicture);
-        image.rect = scatteredRect(static_cast<int32_t>(gStock.size()));
+        image.rect = scatteredRect(i);
         setVisible(image, true);
-        gStock.push_back(image);
+        gImages.push_back(image);
+        gBareImages.push_back({image.texture, image.rect});
     }
 }
 
-static void requireImages(int64_t count) {
-    requireEngine();
-    growStock(static_cast<size_t>(count));
-    gImages.assign(gStock.begin(), gStock.begin() + count);
-    gBareImages.clear();
+// Behind a measurement, as releaseTexts: its textures must not weigh on the next.
+static void releaseImages() {
     for (const Image& image : gImages)
-        gBareImages.push_back({image.texture, image.rect});
-    gGameTexts.clear();
+        SDL_DestroyTexture(image.texture);
+    gImages.clear();
+    gBareImages.clear();
 }
 
 static void drawBareImages() {
@@ -106,6 +113,7 @@ static void drawBareImages() {
 static void images(benchmark::State& state) {
     requireImages(state.range(0));
     compareFrames(state, drawBareImages);
+    releaseImages();
 }
 
 // Texts -------------------------------------------------------------------------------------------
@@ -120,8 +128,7 @@ struct BareText {
 static std::vector<BareText> gBareTexts;
 
 static void requireTexts(int64_t count) {
-    requireImages(0);
-    gBareTexts.clear();
+    requireEngine();
     for (int32_t i = 0; i < count; i++) {
         const std::string words = "Score: " + std::to_string(i);
         const SDL_Rect rect = scatteredRect(i);
@@ -133,7 +140,6 @@ static void requireTexts(int64_t count) {
     }
 }
 
-// Behind a measurement: the textures of its last frame must not weigh on the next.
 static void releaseTexts() {
     for (auto& entry : gGameTexts) {
         SDL_DestroyTexture(entry.second.texture);

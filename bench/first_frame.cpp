@@ -1,5 +1,5 @@
-// The engine up to its first presented frame: what app/main.cpp does, and one pass of the main
-// loop. A level cannot end the engine exactly there by itself.
+// The engine up to its first presented frame: what app/main.cpp does, but for its setting of the
+// heap, and one pass of the main loop. A level cannot end the engine exactly there by itself.
 #include <unistd.h>
 
 #include <cstdio>

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 
 #include "app/engine.h"
@@ -9,18 +10,24 @@
 #include "script/program.h"
 #include "script/text.h"
 
-static void writeLevelText(const std::string& text) {
+void require(bool succeeded, const char* what) {
+    if (succeeded) return;
+    std::fprintf(stderr, "\nThe measurement cannot go on: %s\n", what);
+    std::exit(1);
+}
+
+double processorSeconds() {
+    timespec time;
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+void writeLevelText(const std::string& text) {
     std::ofstream file(gScriptPath, std::ios::binary);
     for (const char c : text) {
         if (c == '\n') file << '\r';
         file << c;
     }
-}
-
-static void require(bool succeeded, const char* what) {
-    if (succeeded) return;
-    std::fprintf(stderr, "\nThe measurement cannot go on: %s\n", what);
-    std::exit(1);
 }
 
 void loadLevelText(const std::string& text) {

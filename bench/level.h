@@ -4,12 +4,20 @@
 
 #include <string>
 
-// Makes `text` the level script and loads it. Lines in it end in "\n" and are stored with CR LF.
-// Ends the process if the text does not load.
+// Makes `text` the level script. Lines in it end in "\n" and are stored with CR LF.
+void writeLevelText(const std::string& text);
+
+// Does that and loads the script. Ends the process if it does not load.
 void loadLevelText(const std::string& text);
 
-// A script of 9999 bytes, the longest that is read whole: `main` and as many functions as fit.
+// A script of 9999 bytes, the longest that is read whole: `main` and functions, then blanks.
 std::string longestLevelText();
+
+// What the process has used of the processor so far, on all its threads.
+double processorSeconds();
+
+// Ends the process with a message unless `succeeded`.
+void require(bool succeeded, const char* what);
 
 // Starts SDL, the window and the renderer, once. Ends the process if that fails.
 void requireEngine();

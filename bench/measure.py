@@ -20,13 +20,15 @@ def run(command, folder, environment=None):
     before = time.monotonic()
     here = os.getcwd()
     os.chdir(folder)
-    child = os.posix_spawn(
-        command[0],
-        command,
-        {**os.environ, **(environment or {})},
-        file_actions=[(os.POSIX_SPAWN_DUP2, write_end, 1)],
-    )
-    os.chdir(here)
+    try:
+        child = os.posix_spawn(
+            command[0],
+            command,
+            {**os.environ, **(environment or {})},
+            file_actions=[(os.POSIX_SPAWN_DUP2, write_end, 1)],
+        )
+    finally:
+        os.chdir(here)
     os.close(write_end)
     with os.fdopen(read_end, "rb") as pipe:
         output = pipe.read()
@@ -39,11 +41,13 @@ def run(command, folder, environment=None):
 
 def run_in_turns(runs, rounds):
     """Calls each function of the dictionary `rounds` times, in turns, so that all of them meet the
-    same weather. Returns lists of costs under the same keys."""
+    same weather; each round starts with another one. Returns lists of costs under the same keys."""
     costs = {key: [] for key in runs}
+    keys = list(runs)
     for _ in range(rounds):
-        for key, start in runs.items():
-            costs[key].append(start())
+        for key in keys:
+            costs[key].append(runs[key]())
+        keys.append(keys.pop(0))
     return costs
 
 

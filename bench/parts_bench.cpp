@@ -38,10 +38,13 @@ static Place* placeOf(const std::string& piece) {
 // Loads kText with `expression` as the body of a function, and returns the expression's position.
 static Place* placeOfExpression(const std::string& expression) {
     loadLevelText(std::string(kText) + "int here() {\n  " + expression + ";\n}\n");
+    gGlobalVars[0].value = 5;  // the "g" of the text
     return placeOf(expression);
 }
 
-static void evaluateAt(benchmark::State& state, Place* place) {
+static void evaluateAt(benchmark::State& state, Place* place, int32_t value) {
+    gProgramPos = place;
+    require(evalExpression() == value, "an expression has another value");
     for (auto _ : state) {
         gProgramPos = place;
         benchmark::DoNotOptimize(evalExpression());
@@ -58,29 +61,35 @@ static int64_t readAllTokens() {
     return count;
 }
 
+// Both report how many tokens one visit of the text reads.
 static void tokenFirstRead(benchmark::State& state) {
     loadLevelText(kText);
-    const char* position = textAt(placeOf("return"));
+    Place* end = placeAt(gProgramEnd);
+    int64_t count = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(readToken(position));
+        for (Place* place = gPlaces; place <= end; place++)
+            place->state = PlaceState::Unread;
+        count = readAllTokens();
     }
+    state.counters["tokens"] = static_cast<double>(count);
 }
 
 static void tokenReadAgain(benchmark::State& state) {
     loadLevelText(kText);
     int64_t count = 0;
     for (auto _ : state) {
-        count += readAllTokens();
+        count = readAllTokens();
+        benchmark::DoNotOptimize(count);
     }
-    state.SetItemsProcessed(count);
+    state.counters["tokens"] = static_cast<double>(count);
 }
 
 static void expression(benchmark::State& state) {
-    evaluateAt(state, placeOfExpression("(g * 3 + 7) % 1000 - g / (g + 2)"));
+    evaluateAt(state, placeOfExpression("(g * 3 + 7) % 1000 - g / (g + 2)"), 22);
 }
 
 static void call(benchmark::State& state) {
-    evaluateAt(state, placeOfExpression("add(g, 1)"));
+    evaluateAt(state, placeOfExpression("add(g, 1)"), 6);
 }
 
 static void lookUpVariableAgain(benchmark::State& state) {
@@ -92,15 +101,14 @@ static void lookUpVariableAgain(benchmark::State& state) {
     }
 }
 
-// What the first look-up in a call costs. The one wanted is the oldest of `range` locals, so the
-// search passes all of them.
-static void searchLocal(benchmark::State& state) {
-    loadLevelText(kText);
-    Name* name = nameOf("wanted");
+// Enters a call with the locals "other1" to "other`count`".
+static void enterCallWithLocals(int64_t count) {
     pushCall(gLocalTop);
-    pushLocal(name, kArgumentType);
-    for (int64_t i = 1; i < state.range(0); i++)
+    for (int64_t i = 1; i <= count; i++)
         pushLocal(nameOf("other" + std::to_string(i)), kArgumentType);
+}
+
+static void searchAgain(benchmark::State& state, Name* name) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(name);
         benchmark::DoNotOptimize(searchVariable(name));
@@ -108,8 +116,22 @@ static void searchLocal(benchmark::State& state) {
     gLocalTop = popCall();
 }
 
-static void lookUpBuiltin(benchmark::State& state) {
-    evaluateAt(state, placeOfExpression("getlasttimer()"));
+// The search passes all `range` locals.
+static void searchGlobal(benchmark::State& state) {
+    loadLevelText(kText);
+    enterCallWithLocals(state.range(0));
+    searchAgain(state, nameOf("g"));
+}
+
+// The one wanted is the oldest of `range` locals.
+static void searchLocal(benchmark::State& state) {
+    loadLevelText(kText);
+    enterCallWithLocals(state.range(0));
+    searchAgain(state, nameOf("other1"));
+}
+
+static void builtinCall(benchmark::State& state) {
+    evaluateAt(state, placeOfExpression("getlasttimer()"), gLastTimerId);
 }
 
 static void lookUpFunction(benchmark::State& state) {
@@ -121,23 +143,15 @@ static void lookUpFunction(benchmark::State& state) {
     }
 }
 
-static void loadLongestScript(benchmark::State& state) {
-    loadLevelText(longestLevelText());
-    for (auto _ : state) {
-        std::free(gProgramBuffer);
-        if (!loadScript(gProgramPath)) std::abort();
-    }
-}
-
 BENCHMARK(tokenFirstRead);
 BENCHMARK(tokenReadAgain);
 BENCHMARK(expression);
 BENCHMARK(call);
 BENCHMARK(lookUpVariableAgain);
+BENCHMARK(searchGlobal)->Arg(0)->Arg(10);
 BENCHMARK(searchLocal)->Arg(1)->Arg(10);
-BENCHMARK(lookUpBuiltin);
+BENCHMARK(builtinCall);
 BENCHMARK(lookUpFunction);
-BENCHMARK(loadLongestScript);
 
 // The ticks ---------------------------------------------------------------------------------------
 
@@ -146,9 +160,12 @@ static void tickTimers(benchmark::State& state, int32_t interval) {
     gTimers.clear();
     for (int64_t i = 0; i < state.range(0); i++)
         createTimer(false, interval, "nothing");
+    gCurrentTimerId = 0;
     for (auto _ : state) {
         stepAllTimers(1, nullptr);
     }
+    const bool haveFired = gCurrentTimerId > 0;
+    require(haveFired == (interval == 0 && state.range(0) > 0), "timers fire when they should not");
     gTimers.clear();
 }
 
@@ -187,6 +204,7 @@ static void tickOrderedUnits(benchmark::State& state) {
             orderUnitMove(entry.second, x, 300);
         stepAllUnits(10, nullptr);
     }
+    require(gUnits.begin()->second.image.rect.x == x, "the units do not move");
     gUnits.clear();
 }
 

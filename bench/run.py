@@ -3,28 +3,31 @@
 
     run.py BUILD_FOLDER [--rounds N] [--before ZEL]
 
-Every figure is the least of several runs; what is compared runs in turns. With --before the script
-kernels are compared with another executable of the engine as well.
+Every figure is the least of several: of N runs of a script and of a part, of 60 frames, of 3 N
+starts. What is compared runs in turns. With --before the script kernels are compared with another
+executable of the engine as well, three times at most, for that one may be slow.
 """
 
 import argparse
 import os
 
 import kernels
+import measure
 import parts
 import startup
-import measure
 
 PARTS = (
+    ("tokenReadAgain", "a token read again", None),
     ("tokenFirstRead", "a token read for the first time", None),
     ("expression", "an expression of 17 tokens", None),
     ("call", "a call with two arguments", None),
     ("lookUpVariableAgain", "a look-up of a variable, again in the same call", None),
-    ("searchLocal/1", "its first look-up in a call, the newest local", None),
-    ("searchLocal/10", "its first look-up in a call, the 10th newest local", None),
-    ("lookUpBuiltin", "a call of a built-in without arguments", None),
+    ("searchGlobal/0", "the first look-up of a global in a call, no locals", None),
+    ("searchGlobal/10", "the first look-up of a global in a call, 10 locals", None),
+    ("searchLocal/1", "a local behind a call that used its name, the newest", None),
+    ("searchLocal/10", "a local behind a call that used its name, the 10th newest", None),
+    ("builtinCall", "a call of a built-in without arguments", None),
     ("lookUpFunction", "a look-up of a function by its text, for a timer", None),
-    ("loadLongestScript", "loading a script of 9999 bytes", 2e-3),
     ("tickIdleTimers/0", "a tick, no timers", None),
     ("tickIdleTimers/10", "a tick, 10 timers, none fires", None),
     ("tickIdleTimers/1000", "a tick, 1,000 timers, none fires", 10e-6),
@@ -72,10 +75,15 @@ def print_before(engine, other, folder, rounds):
 
 def print_parts(program, folder, rounds):
     seconds, records = parts.run(program, folder, rounds)
-    token = 1.0 / max(record.get("items_per_second", 0) or 1 for record in records.values())
-    print_row("a token read again", readable(token), "", "", "")
     for name, title, goal in PARTS:
-        print_row(title, readable(seconds[name]), "", "", f"under {readable(goal)}" if goal else "")
+        taken = seconds[name] / records[name].get("tokens", 1)
+        print_row(title, readable(taken), "", "", f"under {readable(goal)}" if goal else "")
+
+
+def print_load(program, folder, rounds):
+    loads = [measure.run([program], folder).output for _ in range(3 * rounds)]
+    seconds = min(float(output) for output in loads)
+    print_row("loading a script of 9999 bytes", readable(seconds), "", "", "under 2 ms")
 
 
 def print_drawing(program, folder):
@@ -133,12 +141,14 @@ def main():
     print_row(*["---"] * 5)
     print_kernels(f"{build}/zel", folder, options.rounds)
     if options.before:
-        print_before(f"{build}/zel", os.path.abspath(options.before), folder, options.rounds)
+        print_before(f"{build}/zel", os.path.abspath(options.before), folder, min(options.rounds, 3))
     print_parts(f"{build}/bench/parts_bench", folder, options.rounds)
+    print_load(f"{build}/bench/first_load", folder, options.rounds)
     print_drawing(f"{build}/bench/draw_bench", folder)
     drivers = ["offscreen"] + (["x11"] if os.environ.get("DISPLAY") else [])
     for driver in drivers:
         print_startup(build, folder, 3 * options.rounds, driver)
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,17 @@
+// Loads the longest script in a fresh process, as the engine does once, and prints the seconds of
+// processor time that it took.
+#include <cstdio>
+
+#include "app/globals.h"
+#include "bench/level.h"
+#include "script/program.h"
+
+int main() {
+    writeLevelText(longestLevelText());
+    const double started = processorSeconds();
+    const bool isLoaded = loadScript(gScriptPath.c_str());
+    const double seconds = processorSeconds() - started;
+    require(isLoaded, "the script does not load");
+    std::printf("%.9f\n", seconds);
+    return 0;
+}
