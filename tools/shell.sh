@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# Small helpers that run.sh, test.sh and bench.sh share. Sourced after `set -euo pipefail`, with the project's
-# root as working directory.
+# Small helpers that run.sh, test.sh and bench.sh share. Sourced after `set -euo pipefail`, with the
+# project's root as working directory.
 
 # quietly WHAT COMMAND...: runs COMMAND and keeps its output back unless it fails; then all of it is
 # shown, and COMMAND's status returned. A shell function as COMMAND must return its first failure
