@@ -34,7 +34,8 @@ tests=OFF
 if isInstalled libgtest-dev; then tests=ON; fi
 echo "Building..."
 quietly "configuring" cmake --preset release -DZEL_BENCH=ON -DZEL_TESTS="$tests"
-quietly "building" cmake --build build --target zel parts_bench draw_bench first_frame first_load bare_sdl
+quietly "building" cmake --build build \
+    --target zel parts_bench draw_bench first_frame first_load bare_sdl
 trap stopVirtualDisplay EXIT
 startVirtualDisplay
 cd "$caller"

@@ -141,7 +141,8 @@ def main():
     print_row(*["---"] * 5)
     print_kernels(f"{build}/zel", folder, options.rounds)
     if options.before:
-        print_before(f"{build}/zel", os.path.abspath(options.before), folder, min(options.rounds, 3))
+        other = os.path.abspath(options.before)
+        print_before(f"{build}/zel", other, folder, min(options.rounds, 3))
     print_parts(f"{build}/bench/parts_bench", folder, options.rounds)
     print_load(f"{build}/bench/first_load", folder, options.rounds)
     print_drawing(f"{build}/bench/draw_bench", folder)

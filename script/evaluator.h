@@ -6,7 +6,7 @@
 //
 // Arithmetic is 32-bit and wraps. There are no logical and no bitwise operators, no increment and
 // no compound assignment; "^" is a token but no operator. Every error is raised by syntaxError and
-// none returns.
+// none returns: all of it runs inside runGuarded (script/recovery.h), on either thread.
 #pragma once
 
 #include <cstdint>

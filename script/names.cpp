@@ -48,6 +48,7 @@ Name* findName(std::string_view text) {
 }
 
 void forgetNames() {
+    if (gNameCount == 0) return;  // as at the first load: the memory need not even be touched
     std::fill(gNames, gNames + gNameCount, Name());
     std::fill(std::begin(gNameSlots), std::end(gNameSlots), nullptr);
     gNameCount = 0;

@@ -14,7 +14,7 @@ struct Place;
 struct ScriptVariable;
 
 struct Name {
-    char text[kTokenCapacity] = "";
+    char text[kTokenCapacity] = "";            // of its tokens, zero-terminated
     const BuiltinFunction* builtin = nullptr;  // the engine's function of this name
     Place* function = nullptr;                 // location of the first user function of this name
     ScriptVariable* global = nullptr;          // the first global variable of this name
@@ -28,5 +28,5 @@ Name* nameOf(std::string_view text);
 // The Name of `text` if the script has used that word, else null. Any thread.
 Name* findName(std::string_view text);
 
-// Forgets all names, for a new program text.
+// Forgets all names, for a new program text. Only while no script code runs.
 void forgetNames();

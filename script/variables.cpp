@@ -38,7 +38,6 @@ static ScriptVariable* searchFrame(const Name* name, int32_t base) {
 ScriptVariable* searchVariable(Name* name) {
     const int32_t depth = gCallDepth;  // once: the frame searched and the call it is kept for agree
     ScriptVariable* local = searchFrame(name, gCallStack[depth]);
-    name->variable = local != nullptr ? local : name->global;
-    name->call = gCallNumbers[depth];
+    keepVariable(name, local != nullptr ? local : name->global, gCallNumbers[depth]);
     return name->variable;
 }

@@ -46,10 +46,16 @@ extern uint64_t gCallNumbers[1 + kMaxCalls];
 // The number of the call that this thread entered last; 0 before the first. Each thread counts from
 // a start of its own.
 [[gnu::tls_model("local-exec")]] extern __thread uint64_t gLastCallNumber;
-void startCallNumbers();
+void startCallNumbers();  // gives this thread its start
 inline uint64_t nextCallNumber() {
     if (gLastCallNumber == 0) startCallNumbers();
     return ++gLastCallNumber;
+}
+
+// Makes `variable`, null for none, what the name stands for in the call with this number.
+inline void keepVariable(Name* name, ScriptVariable* variable, uint64_t call) {
+    name->variable = variable;
+    name->call = call;
 }
 
 // lookUpVariable by a search of the frame and the globals; keeps what it finds with the name.
@@ -73,8 +79,7 @@ inline void pushLocal(Name* name, int32_t type) {
     ScriptVariable* local = pushArgument(0);
     local->name = name;
     local->type = type;
-    name->variable = local;
-    name->call = gCallNumbers[gCallDepth];
+    keepVariable(name, local, gCallNumbers[gCallDepth]);
 }
 
 // Names an argument of the current call. Of two with the same name the newer one counts: parameters
@@ -83,9 +88,7 @@ inline void nameArgument(ScriptVariable* argument, Name* name) {
     argument->name = name;
     argument->type = kParameterType;
     const uint64_t call = gCallNumbers[gCallDepth];
-    if (name->call == call) return;
-    name->variable = argument;
-    name->call = call;
+    if (name->call != call) keepVariable(name, argument, call);
 }
 
 // Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.

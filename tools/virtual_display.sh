@@ -11,7 +11,7 @@ startVirtualDisplay() {
     local number
     gVirtualDisplayLog="$(mktemp)"
     # Xvfb picks the number itself and writes it once it can be connected to: no race, no waiting.
-    # -noreset: it does not start afresh whenever its last client leaves, for which the next would wait.
+    # -noreset: it does not start afresh when its last client leaves, for which the next would wait.
     exec {displayPipe}< <(exec Xvfb -displayfd 1 -screen 0 640x480x24 -nolisten tcp -noreset \
         2>"$gVirtualDisplayLog")
     gVirtualDisplayPid=$!
