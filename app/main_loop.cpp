@@ -5,6 +5,7 @@
 #include "app/event_record.h"
 #include "app/frame.h"
 #include "app/globals.h"
+#include "app/input.h"
 #include "app/main_thread.h"
 #include "app/ticks.h"
 #include "keys/key_bindings.h"
@@ -14,7 +15,7 @@
 const Uint8* gKeyboardState = nullptr;
 
 void refreshKeyboardState() {
-    gKeyboardState = SDL_GetKeyboardState(nullptr);
+    gKeyboardState = gInput.keyStates();
 }
 
 void fireHeldKeys() {
@@ -71,7 +72,7 @@ static void dispatchEvent() {
 bool drainEvents() {
     bool quit = false;
     SDL_Event event;
-    while (SDL_PollEvent(&event) != 0) {
+    while (gInput.pollEvent(&event) != 0) {
         if (runMainThreadEvent(event)) continue;
         gEvent = filledPart(event);
         if (event.type == SDL_QUIT) quit = true;
@@ -80,12 +81,15 @@ bool drainEvents() {
     return quit;
 }
 
+bool runPass() {
+    const bool quit = drainEvents();
+    runDueTicks(gInput.nowMs());
+    drawFrame();
+    std::fflush(stdout);
+    return quit;
+}
+
 void runMainLoop() {
-    bool quit = false;
-    while (!quit) {
-        quit = drainEvents();
-        runDueTicks(SDL_GetTicks64());
-        drawFrame();
-        std::fflush(stdout);
+    while (!runPass()) {
     }
 }

@@ -1,18 +1,22 @@
-// The event loop: drains SDL's event queue, lets the due ticks run, draws a frame; for ever.
-// Main thread only.
+// The event loop: drains the event queue, runs the due ticks, draws a frame, and again.
+//
+// Time, events and key states come from gInput (app/input.h). Main thread only.
 #pragma once
 
 #include <SDL.h>
 
-// SDL's array of key states, one byte for each scancode; owned by SDL. Read again at every keyboard
+// The key states, one byte for each scancode; owned by their source. Read again at every keyboard
 // event.
 extern const Uint8* gKeyboardState;
 
 void refreshKeyboardState();
 
-// Runs until a pass has seen a quit event; that pass is finished, its frame included. Standard
-// output is flushed once per pass.
+// Runs passes until one has seen a quit event.
 void runMainLoop();
+
+// One pass: the events, the ticks, the frame; then standard output is flushed. Returns true if there
+// was a quit event; the pass is finished all the same.
+bool runPass();
 
 // Dispatches everything in the event queue. Returns true if there was a quit event among it: the
 // events behind that one are dispatched all the same.
