@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "app/globals.h"
+#include "app/input.h"
 #include "timers/timers.h"
 #include "units/unit_movement.h"
 
@@ -28,7 +29,7 @@ void runTicksOnMainThread(uint64_t nowMs) {
 void startTicks() {
     const char* place = std::getenv("ZEL_TICKS");
     if (place != nullptr && std::strcmp(place, "main") == 0) {
-        runTicksOnMainThread(SDL_GetTicks64());
+        runTicksOnMainThread(gInput.nowMs());
         return;
     }
     if (place != nullptr && place[0] != '\0') {
@@ -43,18 +44,33 @@ void stopTicks() {
     SDL_QuitSubSystem(SDL_INIT_TIMER);
 }
 
-static void runTicksOfMillisecond(uint64_t ms) {
+// Unit ticks that fall due from the start of the ticks up to `ms`.
+static uint64_t unitTicksUpTo(uint64_t ms) {
+    return (ms - gTicksStartMs) / kUnitTickMs;
+}
+
+// Runs the ticks of the next millisecond. Returns true if the unit tick was one of them. A timer
+// function may close the engine: the units then stay as they are.
+static bool runNextMillisecond() {
+    gTickedMs++;
     stepAllTimers(kTimerTickMs, gTimerParam);
-    if ((ms - gTicksStartMs) % kUnitTickMs == 0) stepAllUnits(kUnitTickMs, gTimerParam);
+    const bool unitTickIsDue = unitTicksUpTo(gTickedMs) > unitTicksUpTo(gTickedMs - 1);
+    if (!unitTickIsDue || !gTicksOnMainThread) return false;
+    stepAllUnits(kUnitTickMs, gTimerParam);
+    return true;
 }
 
 void runDueTicks(uint64_t nowMs) {
     if (!gTicksOnMainThread) return;
+    const uint64_t startedMs = gInput.nowMs();
+    const bool unitTickIsDue = unitTicksUpTo(nowMs) > unitTicksUpTo(gTickedMs);
+    bool unitTickHasRun = false;
     if (nowMs - gTickedMs > kMaxBacklogMs) gTickedMs = nowMs - kMaxBacklogMs;
-    const uint64_t started = SDL_GetTicks64();
     while (gTickedMs < nowMs && gTicksOnMainThread) {
-        gTickedMs++;
-        runTicksOfMillisecond(gTickedMs);
-        if (SDL_GetTicks64() - started > kMaxPassMs) return;
+        if (runNextMillisecond()) unitTickHasRun = true;
+        if (gInput.nowMs() - startedMs >= kMaxPassMs) break;
+    }
+    if (unitTickIsDue && !unitTickHasRun && gTicksOnMainThread) {
+        stepAllUnits(kUnitTickMs, gTimerParam);
     }
 }

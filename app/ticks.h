@@ -12,11 +12,12 @@
 // A value of ZEL_TICKS that means nothing is named on standard error and ignored.
 void startTicks();
 
-// Runs what has fallen due up to `nowMs` (SDL_GetTicks64), in order of time; the unit tick comes
-// after the timer tick of the same millisecond. At most 250 ms of backlog are made up, the rest is
-// dropped. Timer functions that take long end a pass before that: a slow script does not stop the
-// picture. Does nothing when SDL runs the ticks, and after
-// closeEngine. Main thread.
+// Runs what has fallen due up to `nowMs` (by the clock of gInput), in order of time; the unit tick
+// comes after the timer tick of the same millisecond. At most 250 ms of backlog are made up, the
+// rest is dropped. Once the ticks have taken 100 ms of real time the others wait for the next pass,
+// so slow timer functions do not stop the picture; nor the units: if a unit tick fell due since the
+// last pass, at least one runs. Does nothing when SDL runs the ticks, and after closeEngine. Main
+// thread.
 void runDueTicks(uint64_t nowMs);
 
 // Makes the main loop run the ticks from `nowMs` on; startTicks does it for ZEL_TICKS=main.

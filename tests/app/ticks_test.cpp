@@ -6,6 +6,7 @@
 #include <functional>
 #include <thread>
 
+#include "app/input.h"
 #include "app/main_thread.h"
 #include "images/images.h"
 #include "script/tokens.h"
@@ -85,10 +86,58 @@ TEST(Schedule, UnitTicksKeepTheirPaceInSmallSteps) {
     EXPECT_EQ(20, moves);
 }
 
-TEST(Schedule, SlowTimerFunctionDoesNotHoldUpTheLoop) {
-    // The time passes in the caller: however long the ticks take, one call runs 250 at most.
+// A clock on which every look takes 25 ms: so every tick of a pass seems to take as long.
+static uint64_t gSlowNowMs = 0;
+
+static uint64_t slowNowMs() {
+    return gSlowNowMs += 25;
+}
+
+TEST(Schedule, SlowTimerFunctionsEndAPassAfter100Milliseconds) {
     startCounting();
-    EXPECT_EQ(250u, ticksUpTo(1000 + 3600 * 1000));
+    gInput.nowMs = slowNowMs;
+    EXPECT_EQ(4u, ticksUpTo(1200));
+    EXPECT_EQ(4u, ticksUpTo(1200)) << "the rest waits for the next pass";
+    gInput.nowMs = [] { return uint64_t{5}; };
+    EXPECT_EQ(192u, ticksUpTo(1200));
+}
+
+// The unit tick puts the image back: true if one ran in the pass up to `nowMs`.
+static bool unitTickRunsUpTo(uint64_t nowMs) {
+    Unit& unit = findOrCreateUnit(0);
+    unit.image.rect.x = -1;
+    ticksUpTo(nowMs);
+    return unit.image.rect.x == 0;
+}
+
+TEST(Schedule, SlowTimerFunctionsNeverStarveTheUnits) {
+    startCounting();
+    gInput.nowMs = slowNowMs;
+    EXPECT_FALSE(unitTickRunsUpTo(1009)) << "none has fallen due";
+    EXPECT_TRUE(unitTickRunsUpTo(1110)) << "due in what this pass leaves";
+    EXPECT_TRUE(unitTickRunsUpTo(3000)) << "due in what this pass drops";
+    for (uint64_t ms = 3100; ms < 6000; ms += 100)
+        EXPECT_TRUE(unitTickRunsUpTo(ms)) << ms;
+}
+
+TEST(Schedule, UnitTicksThatRanInThePassAreNotRepeated) {
+    loadUnitTypes();
+    runLevel("int main() { moveunit(0, 1, 1); }");
+    orderUnitMove(gUnits.at(0), 500, 500);
+    runTicksOnMainThread(1000);
+    ticksUpTo(1019);
+    EXPECT_EQ(kUnitMoving, gUnits.at(0).moveState) << "one tick moves it, a second ends the order";
+    ticksUpTo(1020);
+    EXPECT_EQ(kUnitIdle, gUnits.at(0).moveState);
+}
+
+TEST(Schedule, UnitsRestOnceATimerFunctionHasClosedTheEngine) {
+    startCounting();
+    gInput.nowMs = [] {
+        stopTicks();
+        return uint64_t{5};
+    };
+    EXPECT_FALSE(unitTickRunsUpTo(1200));
 }
 
 // Real time, both settings ----------------------------------------------------------------------
