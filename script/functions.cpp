@@ -59,11 +59,8 @@ static Place* getParams(Place* position, int32_t base) {
         token = tokenAt(token->next);
         Name* name = declaredName(token);
         gProgramPos = token->next;  // for an error's report
-        if (slot >= base) {
-            nameArgument(&gLocalStack[slot--], name);
-        } else {
-            pushLocal(name, kParameterType);
-        }
+        ScriptVariable* argument = slot >= base ? &gLocalStack[slot--] : pushArgument(0);
+        nameArgument(argument, name);
         token = tokenAt(token->next);
         position = token->next;
     } while (token->symbol == ',');

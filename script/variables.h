@@ -82,13 +82,14 @@ inline void pushLocal(Name* name, int32_t type) {
     keepVariable(name, local, gCallNumbers[gCallDepth]);
 }
 
-// Names an argument of the current call. Of two with the same name the newer one counts: parameters
-// are named from the newest argument on.
+// Names an argument of the current call by the next of its parameters. Of two parameters with the
+// same name the first one counts: the other's argument stays unnamed.
 inline void nameArgument(ScriptVariable* argument, Name* name) {
-    argument->name = name;
-    argument->type = kParameterType;
     const uint64_t call = gCallNumbers[gCallDepth];
-    if (name->call != call) keepVariable(name, argument, call);
+    argument->type = kParameterType;
+    if (name->call == call) return;
+    argument->name = name;
+    keepVariable(name, argument, call);
 }
 
 // Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.
