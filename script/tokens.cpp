@@ -10,6 +10,7 @@
 
 #include "script/halt.h"
 
+Name gNoName;
 static std::vector<Place> gPlaceStorage(1);
 
 Place* gPlaces = gPlaceStorage.data();
@@ -18,7 +19,8 @@ Place* gToken = gPlaceStorage.data();
 
 void resetTokens() {
     forgetNames();
-    gPlaceStorage.assign(static_cast<size_t>(gProgramEnd - gProgramBuffer) + 2, Place());
+    gPlaceStorage.clear();
+    gPlaceStorage.resize(static_cast<size_t>(gProgramEnd - gProgramBuffer) + 2);
     gPlaces = gProgramPos = gToken = gPlaceStorage.data();
 }
 
@@ -77,7 +79,9 @@ static void keepToken(Place& place) {
     place.back = placeAt(token.end - token.length);
     std::memcpy(place.text, token.text, sizeof place.text);
     if (!token.faulty) keepMeaning(place);
-    // Last of all, also for the compiler: the other thread may read the place at any moment.
+    // Last of all: the other thread may read the place at any moment. This orders the stores for
+    // the compiler, and x86 keeps that order; another processor may show the other thread a place
+    // whose token is kept and whose fields are still those of an unread one.
     std::atomic_signal_fence(std::memory_order_release);
     place.state = token.faulty ? PlaceState::Faulty : PlaceState::Kept;
 }

@@ -13,7 +13,9 @@
 // next token: so the compiler can keep them in registers.
 //
 // By default two threads run script code in this one state, unlocked: they may read each other's
-// tokens then, but every pointer stays inside the storage. ZEL_TICKS=main avoids it.
+// tokens then. Every pointer stays inside the storage, in whatever order the processor shows one
+// thread what the other wrote: the pointers of a place are never null, and until its token is kept
+// they lead to the place itself and to a name that stands for nothing. ZEL_TICKS=main avoids it.
 #pragma once
 
 #include <cstdint>
@@ -44,6 +46,9 @@ enum class Operand : uint8_t {
     Variable  // no call, and behind it stands a plain token but no "="
 };
 
+// The name of tokens that have none. No variable, no function and no built-in is called so.
+extern Name gNoName;
+
 struct Place {
     PlaceState state = PlaceState::Unread;
     Binding binding = Binding::None;
@@ -55,9 +60,9 @@ struct Place {
     char symbol = 0;            // as in Token
     uint8_t length = 0;         // of the token's text
     int32_t number = 0;         // of a number: its value
-    Place* next = nullptr;      // behind the token; of a faulty one, at the fault
-    Place* back = nullptr;      // where putting the token back leads
-    Name* name = nullptr;       // of an identifier, and of what a declaration took for a name
+    Place* next = this;         // after the token; of a faulty one, at the fault
+    Place* back = this;         // where putting the token back leads
+    Name* name = &gNoName;      // of an identifier, and of what a declaration took for a name
     Place* braceEnd = nullptr;  // where findBalance from here found the end
     Place* bracketEnd = nullptr;
     ScriptError fault = ScriptError::Syntax;
@@ -130,7 +135,7 @@ inline bool tokenIs(char c) {
 // characters is fatal: prints "Name is too long: " and the name, and aborts the process.
 Name* checkDeclaredName(Place* token);
 inline Name* declaredName(Place* token) {
-    const bool isGood = token->name != nullptr && token->length <= kMaxNameLength;
+    const bool isGood = token->name != &gNoName && token->length <= kMaxNameLength;
     return isGood ? token->name : checkDeclaredName(token);
 }
 
