@@ -6,10 +6,13 @@
 #include "script/errors.h"
 #include "script/evaluator.h"
 #include "script/tokens.h"
+#include "script/waiting.h"
 
 int32_t builtinGetche() {
     std::fflush(stdout);  // the player should see the question before the answer is waited for
+    const ScriptState state = saveScriptState();
     const int c = std::getchar();
+    restoreScriptState(state);
     gProgramPos = behindCloseParen(gProgramPos);
     return static_cast<signed char>(c);  // EOF is -1 and stays it
 }
