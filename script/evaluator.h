@@ -1,8 +1,7 @@
 // The expression evaluator: recursive descent over the tokens, computing as it reads.
 //
 // Each level is given the first token of its operand and returns its value and the first token it
-// did not use. Where the evaluator stands is handed from level to level and on to the statements;
-// gToken and gProgramPos are set for built-ins, gProgramPos for the reports of errors too.
+// did not use. The cursor of the built-ins (script/arguments.h) is set on the way into one.
 //
 // Arithmetic is 32-bit and wraps. There are no logical and no bitwise operators, no increment and
 // no compound assignment; "^" is a token but no operator. Every error is raised by syntaxError and
@@ -11,24 +10,25 @@
 
 #include <cstdint>
 
-struct Place;
+#include "script/tokens.h"
 
-struct Evaluated {
+struct Result {
     int32_t value;
-    Place* place;  // where to go on: the position behind, or the first token not used
+    bool isEmpty;  // there was only a ";": it counts as 0 and is used up
+    Place* end;    // the first token that the expression did not use; of an empty one its ";"
 };
 
-// Reads one expression at gProgramPos and returns its value. The token that ends it is put back, so
-// the caller's next getToken reads it again while gToken still shows it; a lone ";" counts as 0 and
-// stays consumed. Raises NoExpression where there is none.
-int32_t evalExpression();
+// Evaluates the expression at `position`. Raises NoExpression where there is none.
+Result evalExpression(Place* position);
 
-// The same at `position`; returns the position behind it instead of moving gProgramPos.
-Evaluated evalExpression(Place* position);
+// Where reading goes on: the token that ended the expression is put back, the ";" of an empty one is
+// not.
+inline Place* positionAfter(const Result& result) {
+    return result.isEmpty ? result.end->next : result.end->back;
+}
 
-// The same and then getToken, in one: returns the token that ends the expression. Sets no gToken.
-Evaluated evalArgument(Place* position);
-
-// Evaluates the expression that starts with `token`, and returns the token that ends it. Sets no
-// gToken.
-Evaluated evalExpressionFrom(Place* token);
+// The token read there.
+inline Place* tokenAfter(const Result& result) {
+    const bool isReadAgainAsItIs = result.end->plain && !result.isEmpty;
+    return isReadAgainAsItIs ? result.end : tokenAt(positionAfter(result));
+}

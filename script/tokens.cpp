@@ -14,14 +14,12 @@ Name gNoName;
 static std::vector<Place> gPlaceStorage(1);
 
 Place* gPlaces = gPlaceStorage.data();
-Place* gProgramPos = gPlaceStorage.data();
-Place* gToken = gPlaceStorage.data();
 
 void resetTokens() {
     forgetNames();
     gPlaceStorage.clear();
     gPlaceStorage.resize(static_cast<size_t>(gProgramEnd - gProgramBuffer) + 2);
-    gPlaces = gProgramPos = gToken = gPlaceStorage.data();
+    gPlaces = gPlaceStorage.data();
 }
 
 Place* placeAt(const char* position) {
@@ -88,10 +86,7 @@ static void keepToken(Place& place) {
 
 void readPlace(Place* place) {
     if (place->state == PlaceState::Unread) keepToken(*place);
-    if (place->state == PlaceState::Faulty) {
-        gProgramPos = place->next;
-        syntaxError(place->fault);
-    }
+    if (place->state == PlaceState::Faulty) syntaxError(place->fault, place->next);
 }
 
 void keepTokens(const Place* from, const Place* to) {
@@ -101,11 +96,6 @@ void keepTokens(const Place* from, const Place* to) {
         if (place.state == PlaceState::Faulty || place.next == from) return;
         from = place.next;
     }
-}
-
-void syntaxErrorBehind(const Place* token, ScriptError error) {
-    gProgramPos = token->next;
-    syntaxError(error);
 }
 
 Name* checkDeclaredName(Place* token) {
@@ -118,11 +108,11 @@ Name* checkDeclaredName(Place* token) {
 
 // Moving --------------------------------------------------------------------------------------
 
-Place* behindCharacter(const Place* position) {
+Place* afterCharacter(const Place* position) {
     return placeAt(textAt(position) + 1);
 }
 
-Place* behindCloseParen(const Place* position) {
+Place* afterCloseParen(const Place* position) {
     const char* character = textAt(position);
     while (character < gProgramEnd && *character != ')')
         character++;
@@ -142,8 +132,7 @@ static Place* walkToBalance(Place* position, char open, char close) {
         if (token->symbol == close && --depth == 0) return token;
         waitIfStuck(token);
         if (token->keyword != KeywordCode::Finished) continue;
-        takeToken(token);
-        waitForEver(unbalancedReason(open));
+        waitForEver(unbalancedReason(open), token->next);
     }
 }
 
@@ -154,9 +143,8 @@ Place* findBalance(Place* position, char open, char close) {
 }
 
 // Says what stands at the position, for someone who reads the text in an editor.
-void waitAtCharacter(Place* token) {
-    takeToken(token);
-    const unsigned char c = static_cast<unsigned char>(byteAt(textAt(gProgramPos)));
+void waitAtCharacter(const Place* token) {
+    const unsigned char c = static_cast<unsigned char>(byteAt(textAt(token->next)));
     char reason[160];
     if (c == '\n') {
         std::snprintf(reason, sizeof reason,
@@ -169,5 +157,5 @@ void waitAtCharacter(Place* token) {
         std::snprintf(reason, sizeof reason,
                       "the byte 0x%02X starts nothing in the language: remove it", c);
     }
-    waitForEver(reason);
+    waitForEver(reason, token->next);
 }

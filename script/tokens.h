@@ -7,10 +7,9 @@
 // before it close. None of that can be seen from outside: it is what reading the text again would
 // find.
 //
-// There is no token list. Built-ins and the pre-scan call getToken(), which takes the token at
-// gProgramPos, makes it the current one and moves behind it; putBack() steps back over it.
-// Expressions and statements hand on their places as values instead, tokenAt(token->next) being the
-// next token: so the compiler can keep them in registers.
+// There is no token list and no reading position in here. Who reads holds the place it has come to
+// as a value: tokenAt(position) is the token there, tokenAt(token->next) the one after it, and
+// token->back is where reading goes on when a token is put back.
 //
 // By default two threads run script code in this one state, unlocked: they may read each other's
 // tokens then. Every pointer stays inside the storage, in whatever order the processor shows one
@@ -72,14 +71,8 @@ struct Place {
 // The places of the program text, in order: one for each byte, one for its end, one behind that.
 extern Place* gPlaces;
 
-// Where getToken reads. Behind an error it is the position that the report shows. Never null.
-extern Place* gProgramPos;
-
-// The current token: the last one that getToken took; behind an expression the token that ended it.
-// Never null.
-extern Place* gToken;
-
-// Stands at the start of the program text that has just been set; all that was kept is forgotten.
+// Makes the places of the program text that has just been set; all that was kept is forgotten. The
+// first place is gPlaces.
 void resetTokens();
 
 // Where a place lies in the text, and back; positions outside the text are put at its ends.
@@ -89,11 +82,8 @@ inline const char* textAt(const Place* place) {
 Place* placeAt(const char* position);
 
 // Reads the token at `place` and keeps it there; raises its error, with the position at the fault,
-// if it has one. Cold: what happens once is compiled out of the way of what happens at every visit.
+// if it has one. Cold: runs once per place, so it is kept out of line.
 [[gnu::cold]] void readPlace(Place* place);
-
-// Raises `error` with the position behind `token`.
-[[noreturn, gnu::cold]] void syntaxErrorBehind(const Place* token, ScriptError error);
 
 #ifdef ZEL_STEP_BUDGET
 void countStep();  // of the fuzz target: ends scripts that would never end
@@ -101,34 +91,11 @@ void countStep();  // of the fuzz target: ends scripts that would never end
 inline void countStep() {}
 #endif
 
-// The token at `position`; raises its error if it has one. Takes nothing.
+// The token at `position`; raises its error if it has one.
 inline Place* tokenAt(Place* position) {
     countStep();
     if (position->state != PlaceState::Kept) readPlace(position);
     return position;
-}
-
-// Makes the token kept at `place` the current one and moves behind it.
-inline void takeToken(Place* place) {
-    gToken = place;
-    gProgramPos = place->next;
-}
-
-// Reads the token at gProgramPos.
-inline TokenKind getToken() {
-    takeToken(tokenAt(gProgramPos));
-    return gToken->kind;
-}
-
-// Moves back over the current token by the length of its text; an empty token moves nothing. Of a
-// string the text is two characters shorter than its source.
-inline void putBack() {
-    gProgramPos = gToken->back;
-}
-
-// True if the current token is the delimiter or brace `c`. A string that only reads like it is not.
-inline bool tokenIs(char c) {
-    return gToken->symbol == c;
 }
 
 // The name that `token`, whatever its kind, gives to what is being declared. One longer than 30
@@ -140,10 +107,10 @@ inline Name* declaredName(Place* token) {
 }
 
 // The position one character behind `position`, but never further than one past the end.
-Place* behindCharacter(const Place* position);
+Place* afterCharacter(const Place* position);
 
 // The position just behind the first ")" at or after `position`, or the end of the text.
-Place* behindCloseParen(const Place* position);
+Place* afterCloseParen(const Place* position);
 
 // Reads on from `position` until as many `close` as `open` have passed, one `open` being read
 // already, and returns the last `close`; `open` is "{" or "(". Where the text has no such place
@@ -152,8 +119,8 @@ Place* findBalance(Place* position, char open, char close);
 
 // Says so and waits for ever if `token` is one that reading on cannot get past: for loops that go
 // on whatever they read.
-[[noreturn]] void waitAtCharacter(Place* token);
-inline void waitIfStuck(Place* token) {
+[[noreturn]] void waitAtCharacter(const Place* token);
+inline void waitIfStuck(const Place* token) {
     if (token->stuck) waitAtCharacter(token);
 }
 

@@ -20,8 +20,8 @@ void startCallNumbers() {
     gLastCallNumber = threads << 48;
 }
 
-void declareGlobalVariable(const ScriptVariable& variable) {
-    if (gGlobalCount >= kMaxGlobals) syntaxError(ScriptError::TooManyGlobals);
+void declareGlobalVariable(const ScriptVariable& variable, const Place* position) {
+    if (gGlobalCount >= kMaxGlobals) syntaxError(ScriptError::TooManyGlobals, position);
     ScriptVariable& slot = gGlobalVars[gGlobalCount];
     slot = variable;
     gGlobalCount++;

@@ -61,22 +61,22 @@ inline void keepVariable(Name* name, ScriptVariable* variable, uint64_t call) {
 // lookUpVariable by a search of the frame and the globals; keeps what it finds with the name.
 ScriptVariable* searchVariable(Name* name);
 
-// Raises TooManyGlobals when gGlobalVars is full.
-void declareGlobalVariable(const ScriptVariable& variable);
+// Raises TooManyGlobals, at `position`, when gGlobalVars is full.
+void declareGlobalVariable(const ScriptVariable& variable, const Place* position);
 
-// Pushes an argument of the call to come, and returns it. Raises TooManyLocals when the stack is
-// full.
-inline ScriptVariable* pushArgument(int32_t value) {
+// Pushes an argument of the call to come, and returns it. Raises TooManyLocals, at `position`, when
+// the stack is full.
+inline ScriptVariable* pushArgument(int32_t value, const Place* position) {
     const int32_t top = gLocalTop;
-    if (top >= kMaxLocals) syntaxError(ScriptError::TooManyLocals);
+    if (top >= kMaxLocals) syntaxError(ScriptError::TooManyLocals, position);
     gLocalStack[top] = {nullptr, kArgumentType, value};
     gLocalTop = top + 1;
     return &gLocalStack[top];
 }
 
 // Pushes a local of the current call, with the value 0. Raises TooManyLocals.
-inline void pushLocal(Name* name, int32_t type) {
-    ScriptVariable* local = pushArgument(0);
+inline void pushLocal(Name* name, int32_t type, const Place* position) {
+    ScriptVariable* local = pushArgument(0, position);
     local->name = name;
     local->type = type;
     keepVariable(name, local, gCallNumbers[gCallDepth]);
@@ -93,18 +93,18 @@ inline void nameArgument(ScriptVariable* argument, Name* name) {
 }
 
 // Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.
-inline void pushCall(int32_t base) {
+inline void pushCall(int32_t base, const Place* position) {
     const int32_t depth = gCallDepth + 1;
-    if (depth > kMaxCalls) syntaxError(ScriptError::TooManyCalls);
+    if (depth > kMaxCalls) syntaxError(ScriptError::TooManyCalls, position);
     gCallStack[depth] = base;
     gCallNumbers[depth] = nextCallNumber();
     gCallDepth = depth;
 }
 
 // Leaves the current call and returns its base. Raises ReturnOutsideFunction if there is none.
-inline int32_t popCall() {
+inline int32_t popCall(const Place* position) {
     const int32_t depth = gCallDepth;
-    if (depth <= 0) syntaxError(ScriptError::ReturnOutsideFunction);
+    if (depth <= 0) syntaxError(ScriptError::ReturnOutsideFunction, position);
     gCallDepth = depth - 1;
     return gCallStack[depth];
 }

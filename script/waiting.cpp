@@ -1,7 +1,7 @@
 #include "script/waiting.h"
 
+#include "script/arguments.h"
 #include "script/functions.h"
-#include "script/tokens.h"
 
 ScriptState saveScriptState() {
     return {gProgramPos, gToken, gReturnValue};

@@ -238,11 +238,3 @@ TEST_F(HandOver, TwoThreadsMayMeetNewWordsAtOnce) {
     }
     EXPECT_EQ("7", runLevel("int main() { print(7); }"));
 }
-
-// Where a built-in goes on that waited on another thread meanwhile, as getche does.
-TEST_F(HandOver, CallLeavesThePositionBehindTheParameters) {
-    const std::string head = "int f()";
-    runLevel(head + " { if (1) { print(1); } while (0) { } } int main() {}");
-    outputOfCall("f");
-    EXPECT_EQ(gProgramBuffer + head.size(), textAt(gProgramPos));
-}
