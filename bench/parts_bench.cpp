@@ -10,7 +10,7 @@
 
 #include "bench/level.h"
 #include "script/arguments.h"
-#include "script/evaluator.h"
+#include "script/expression.h"
 #include "script/functions.h"
 #include "script/lexer.h"
 #include "script/program.h"

@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "script/errors.h"
-#include "script/evaluator.h"
-#include "script/tokens.h"
+#include "script/expression.h"
+#include "script/token_reader.h"
 
 static Place gNoPlace;
 Place* gProgramPos = &gNoPlace;

@@ -17,13 +17,14 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include "script/errors.h"
 #include "script/lexer.h"
 
 struct Place;
 
-// Where the next token of a call is read. Set on the way into a built-in and taken up after it; what
-// it holds at other times means nothing. Never null. Both threads use it, so a built-in that waits
-// for the other one saves it (script/waiting.h).
+// Where the next token of a call is read. Set on the way into a built-in and taken up after it;
+// what it holds at other times means nothing. Never null. Both threads use it, so a built-in that
+// waits for the other one saves it (script/waiting.h).
 extern Place* gProgramPos;
 
 // The current token: the last one that getToken read, or that ended an expression. Never null.

@@ -5,14 +5,12 @@
 #include "script/arguments.h"
 #include "script/errors.h"
 #include "script/tokens.h"
-#include "script/waiting.h"
 
 int32_t builtinGetche() {
     std::fflush(stdout);  // the player should see the question before the answer is waited for
-    const ScriptState state = saveScriptState();
+    const Place* position = gProgramPos;  // while this thread waits, the other may move the cursor
     const int c = std::getchar();
-    restoreScriptState(state);
-    gProgramPos = afterCloseParen(gProgramPos);
+    gProgramPos = afterCloseParen(position);
     return static_cast<signed char>(c);  // EOF is -1 and stays it
 }
 

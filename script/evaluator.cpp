@@ -1,4 +1,4 @@
-#include "script/evaluator.h"
+#include "script/expression.h"
 
 #include "script/arguments.h"
 #include "script/arithmetic.h"
@@ -9,8 +9,12 @@
 #include "script/names.h"
 #include "script/nesting.h"
 #include "script/text.h"
-#include "script/tokens.h"
+#include "script/token_reader.h"
 #include "script/variables.h"
+
+// Recursive descent over the tokens, computing as it reads. Each level is given the first token of
+// its operand and returns its value and the first token it did not use. The cursor of the built-ins
+// (script/arguments.h) is set on the way into one.
 
 // Operands ------------------------------------------------------------------------------------
 

@@ -1,10 +1,10 @@
 #include "script/functions.h"
 
 #include "script/errors.h"
-#include "script/evaluator.h"
+#include "script/expression.h"
 #include "script/names.h"
 #include "script/statements.h"
-#include "script/tokens.h"
+#include "script/token_reader.h"
 
 ScriptFunction gFunctionTable[kMaxFunctions];
 int32_t gFunctionCount = 0;

@@ -4,12 +4,13 @@
 #include <cstdlib>
 
 #include "script/arguments.h"
+#include "script/builtins.h"
 #include "script/errors.h"
 #include "script/functions.h"
 #include "script/halt.h"
 #include "script/recovery.h"
 #include "script/text.h"
-#include "script/tokens.h"
+#include "script/token_reader.h"
 #include "script/variables.h"
 
 // Pre-scan ------------------------------------------------------------------------------------
@@ -86,6 +87,7 @@ bool loadScript(const char* path) {
     }
     setProgramText(buffer, path);
     resetTokens();
+    declareBuiltins();
     resetCursor();
     return runGuarded(prescanText, nullptr);
 }

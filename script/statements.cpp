@@ -3,11 +3,11 @@
 #include <cstdint>
 
 #include "script/errors.h"
-#include "script/evaluator.h"
+#include "script/expression.h"
 #include "script/functions.h"
 #include "script/halt.h"
 #include "script/nesting.h"
-#include "script/tokens.h"
+#include "script/token_reader.h"
 #include "script/variables.h"
 
 // Takes the next token for the opening brace, whatever it is.

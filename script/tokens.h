@@ -8,8 +8,8 @@
 // find.
 //
 // There is no token list and no reading position in here. Who reads holds the place it has come to
-// as a value: tokenAt(position) is the token there, tokenAt(token->next) the one after it, and
-// token->back is where reading goes on when a token is put back.
+// as a value: tokenAt(position) of script/token_reader.h is the token there, tokenAt(token->next)
+// the one after it, and token->back is where reading goes on when a token is put back.
 //
 // By default two threads run script code in this one state, unlocked: they may read each other's
 // tokens then. Every pointer stays inside the storage, in whatever order the processor shows one
@@ -26,7 +26,7 @@
 enum class PlaceState : uint8_t {
     Unread,
     Kept,   // the token has been read and is here
-    Faulty  // it has been read, and taking it raises its error
+    Faulty  // it has been read and has a fault
 };
 
 // What an expression takes the token behind an operand for; the more, the closer it binds.
@@ -62,9 +62,9 @@ struct Place {
     Place* next = this;         // after the token; of a faulty one, at the fault
     Place* back = this;         // where putting the token back leads
     Name* name = &gNoName;      // of an identifier, and of what a declaration took for a name
-    Place* braceEnd = nullptr;  // where findBalance from here found the end
-    Place* bracketEnd = nullptr;
-    ScriptError fault = ScriptError::Syntax;
+    Place* braceEnd = nullptr;  // where findBalance from here found the "}"
+    Place* parenEnd = nullptr;  // the same for the ")"
+    TokenFault fault = TokenFault::None;
     char text[kTokenCapacity] = "";
 };
 
@@ -81,48 +81,14 @@ inline const char* textAt(const Place* place) {
 }
 Place* placeAt(const char* position);
 
-// Reads the token at `place` and keeps it there; raises its error, with the position at the fault,
-// if it has one. Cold: runs once per place, so it is kept out of line.
-[[gnu::cold]] void readPlace(Place* place);
-
-#ifdef ZEL_STEP_BUDGET
-void countStep();  // of the fuzz target: ends scripts that would never end
-#else
-inline void countStep() {}
-#endif
-
-// The token at `position`; raises its error if it has one.
-inline Place* tokenAt(Place* position) {
-    countStep();
-    if (position->state != PlaceState::Kept) readPlace(position);
-    return position;
-}
-
-// The name that `token`, whatever its kind, gives to what is being declared. One longer than 30
-// characters is fatal: prints "Name is too long: " and the name, and aborts the process.
-Name* checkDeclaredName(Place* token);
-inline Name* declaredName(Place* token) {
-    const bool isGood = token->name != &gNoName && token->length <= kMaxNameLength;
-    return isGood ? token->name : checkDeclaredName(token);
-}
+// Reads the token at `place` and keeps it there, or the fault it has. A place is read once.
+void keepToken(Place* place);
 
 // The position one character behind `position`, but never further than one past the end.
 Place* afterCharacter(const Place* position);
 
 // The position just behind the first ")" at or after `position`, or the end of the text.
 Place* afterCloseParen(const Place* position);
-
-// Reads on from `position` until as many `close` as `open` have passed, one `open` being read
-// already, and returns the last `close`; `open` is "{" or "(". Where the text has no such place
-// this never returns (script/halt.h).
-Place* findBalance(Place* position, char open, char close);
-
-// Says so and waits for ever if `token` is one that reading on cannot get past: for loops that go
-// on whatever they read.
-[[noreturn]] void waitAtCharacter(const Place* token);
-inline void waitIfStuck(const Place* token) {
-    if (token->stuck) waitAtCharacter(token);
-}
 
 // Keeps the tokens from `from` up to `to`, so that script code on two threads finds them read.
 void keepTokens(const Place* from, const Place* to);

@@ -4,10 +4,8 @@ ScriptVariable gGlobalVars[kMaxGlobals];
 int32_t gGlobalCount = 0;
 
 ScriptVariable gLocalStack[kMaxLocals];
-int32_t gLocalTop = 0;
 
 int32_t gCallStack[1 + kMaxCalls];
-int32_t gCallDepth = 0;
 
 uint64_t gCallNumbers[1 + kMaxCalls] = {1};
 __thread uint64_t gLastCallNumber = 0;

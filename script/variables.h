@@ -12,6 +12,7 @@
 
 #include "script/errors.h"
 #include "script/names.h"
+#include "script/recovery.h"
 
 constexpr int32_t kMaxGlobals = 100;
 constexpr int32_t kMaxLocals = 201;  // of all active calls together, arguments included
@@ -30,13 +31,12 @@ struct ScriptVariable {
 extern ScriptVariable gGlobalVars[kMaxGlobals];  // in declaration order; filled by the pre-scan
 extern int32_t gGlobalCount;                     // used entries of gGlobalVars
 
-extern ScriptVariable gLocalStack[kMaxLocals];  // locals and arguments of all active calls
-extern int32_t gLocalTop;                       // used entries of gLocalStack
+// Locals and arguments of all active calls; gLocalTop entries are used.
+extern ScriptVariable gLocalStack[kMaxLocals];
 
 // For each active call, gLocalTop at its start: the frame base. In front stands the base outside of
 // calls, which is 0.
 extern int32_t gCallStack[1 + kMaxCalls];
-extern int32_t gCallDepth;  // active calls
 
 // The numbers of the active calls, and in front that of the time outside of calls. No two calls
 // ever have the same. A name keeps what it was found to stand for with the number of the call it

@@ -1,7 +1,5 @@
-// The expression evaluator: recursive descent over the tokens, computing as it reads.
-//
-// Each level is given the first token of its operand and returns its value and the first token it
-// did not use. The cursor of the built-ins (script/arguments.h) is set on the way into one.
+// Expressions: how to get the value of one. Statements and built-ins' arguments alike use it; the
+// evaluator (script/evaluator.cpp) computes it.
 //
 // Arithmetic is 32-bit and wraps. There are no logical and no bitwise operators, no increment and
 // no compound assignment; "^" is a token but no operator. Every error is raised by syntaxError and
@@ -10,7 +8,7 @@
 
 #include <cstdint>
 
-#include "script/tokens.h"
+#include "script/token_reader.h"
 
 struct Result {
     int32_t value;
@@ -21,8 +19,8 @@ struct Result {
 // Evaluates the expression at `position`. Raises NoExpression where there is none.
 Result evalExpression(Place* position);
 
-// Where reading goes on: the token that ended the expression is put back, the ";" of an empty one is
-// not.
+// Where reading goes on: the token that ended the expression is put back, the ";" of an empty one
+// is not.
 inline Place* positionAfter(const Result& result) {
     return result.isEmpty ? result.end->next : result.end->back;
 }
