@@ -7,9 +7,9 @@
 #include <csignal>
 #include <cstdio>
 
-#include "app/globals.h"
-#include "app/input.h"
-#include "app/main_thread.h"
+#include "app/base/input.h"
+#include "app/base/main_thread.h"
+#include "app/base/window.h"
 #include "app/ticks.h"
 #include "images/images.h"
 #include "texts/fonts.h"

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "app/globals.h"
+#include "app/base/window.h"
 #include "images/images.h"
 #include "texts/game_texts.h"
 #include "units/units.h"

@@ -2,11 +2,11 @@
 
 #include <cstdio>
 
+#include "app/base/paths.h"
 #include "app/engine.h"
-#include "app/globals.h"
 #include "app/main_loop.h"
 #include "app/ticks.h"
-#include "script/program.h"
+#include "script/run/program.h"
 
 // Starts the engine, plays the level, and shuts down; the way past whatever failed leads there too.
 static void play() {

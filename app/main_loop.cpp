@@ -2,14 +2,13 @@
 
 #include <cstdio>
 
+#include "app/base/input.h"
+#include "app/base/main_thread.h"
 #include "app/event_record.h"
 #include "app/frame.h"
-#include "app/globals.h"
-#include "app/input.h"
-#include "app/main_thread.h"
 #include "app/ticks.h"
 #include "keys/key_bindings.h"
-#include "script/recovery.h"
+#include "script/errors/recovery.h"
 #include "units/selection.h"
 
 const Uint8* gKeyboardState = nullptr;

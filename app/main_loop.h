@@ -1,6 +1,6 @@
 // The event loop: drains the event queue, runs the due ticks, draws a frame, and again.
 //
-// Time, events and key states come from gInput (app/input.h). Main thread only.
+// Time, events and key states come from gInput (app/base/input.h). Main thread only.
 #pragma once
 
 #include <SDL.h>

@@ -6,8 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "app/globals.h"
-#include "app/input.h"
+#include "app/base/input.h"
 #include "timers/timers.h"
 #include "units/unit_movement.h"
 
@@ -15,6 +14,8 @@ static constexpr uint32_t kTimerTickMs = 1;
 static constexpr uint32_t kUnitTickMs = 10;
 static constexpr uint64_t kMaxBacklogMs = 250;
 static constexpr uint64_t kMaxPassMs = 100;  // of real time, for the ticks before one frame
+
+void* const gTimerParam = nullptr;
 
 // Of the ticks on the main thread: when they started, and up to when they have run.
 static bool gTicksOnMainThread = false;

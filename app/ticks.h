@@ -8,6 +8,9 @@
 
 #include <cstdint>
 
+// The parameter handed to both ticks; null.
+extern void* const gTimerParam;
+
 // Starts both ticks, in the way ZEL_TICKS asks for. Main thread, once, after the script's main.
 // A value of ZEL_TICKS that means nothing is named on standard error and ignored.
 void startTicks();

@@ -4,11 +4,12 @@
 
 #include <cstdio>
 
+#include "app/base/input.h"
+#include "app/base/main_thread.h"
+#include "app/base/window.h"
 #include "app/engine.h"
-#include "app/globals.h"
-#include "app/main_thread.h"
-#include "script/arguments.h"
-#include "script/waiting.h"
+#include "script/host/arguments.h"
+#include "script/run/waiting.h"
 
 // Operations for the main thread. They do nothing once the engine is closed.
 

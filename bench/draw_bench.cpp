@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "app/base/window.h"
 #include "app/frame.h"
-#include "app/globals.h"
 #include "bench/allocations.h"
 #include "bench/level.h"
 #include "images/images.h"

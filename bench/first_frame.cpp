@@ -4,12 +4,12 @@
 
 #include <cstdio>
 
+#include "app/base/paths.h"
 #include "app/engine.h"
 #include "app/frame.h"
-#include "app/globals.h"
 #include "app/main_loop.h"
 #include "app/ticks.h"
-#include "script/program.h"
+#include "script/run/program.h"
 
 int main(int, char**) {
     if (!initEngine() || !loadScript(gScriptPath.c_str())) return 1;

@@ -2,9 +2,9 @@
 // processor time that it took.
 #include <cstdio>
 
-#include "app/globals.h"
+#include "app/base/paths.h"
 #include "bench/level.h"
-#include "script/program.h"
+#include "script/run/program.h"
 
 int main() {
     writeLevelText(longestLevelText());

@@ -5,10 +5,10 @@
 #include <ctime>
 #include <fstream>
 
+#include "app/base/paths.h"
 #include "app/engine.h"
-#include "app/globals.h"
-#include "script/program.h"
-#include "script/text.h"
+#include "script/run/program.h"
+#include "script/source/text.h"
 
 void require(bool succeeded, const char* what) {
     if (succeeded) return;

@@ -2,7 +2,7 @@
 
 #include <unordered_map>
 
-#include "script/builtin_list.h"
+#include "script/host/builtin_list.h"
 
 const BuiltinSignature gBuiltinSignatures[] = {
 #define ZEL_ROW(name, handler, arguments, argumentNames, endsStatement) \

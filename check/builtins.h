@@ -1,4 +1,4 @@
-// The built-in functions as the checker knows them: the rows of script/builtin_list.h.
+// The built-in functions as the checker knows them: the rows of script/host/builtin_list.h.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 struct BuiltinSignature {
     std::string_view name;
-    std::string_view arguments;      // one letter each, see script/builtin_list.h
+    std::string_view arguments;      // one letter each, see script/host/builtin_list.h
     std::string_view argumentNames;  // for people
     bool endsStatement;              // must be followed by ";"
 };

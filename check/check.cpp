@@ -10,7 +10,7 @@
 #include "check/program.h"
 #include "check/survey.h"
 #include "check/trial.h"
-#include "script/text.h"
+#include "script/source/text.h"
 
 // Looks at the text alone, apart from what it says.
 

@@ -1,8 +1,8 @@
 #include "check/program.h"
 
 #include "check/tokens.h"
-#include "script/functions.h"
-#include "script/variables.h"
+#include "script/run/functions.h"
+#include "script/run/variables.h"
 
 const CheckedFunction* Program::findFunction(std::string_view name) const {
     const auto found = functionIndex.find(name);
@@ -14,7 +14,7 @@ int32_t Program::findGlobal(std::string_view name) const {
     return found == globalIndex.end() ? -1 : static_cast<int32_t>(found->second);
 }
 
-// The engine's pre-scan, step by step (script/program.cpp).
+// The engine's pre-scan, step by step (script/run/program.cpp).
 class Loader {
 public:
     Loader(Program& program, Findings& findings) : program_(program), findings_(findings) {}

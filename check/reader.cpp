@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-#include "script/functions.h"
-#include "script/nesting.h"
+#include "script/errors/nesting.h"
+#include "script/run/functions.h"
 
 // Tokens ----------------------------------------------------------------------------------------
 

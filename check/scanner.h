@@ -1,12 +1,12 @@
-// The tokens of a script, exactly as the engine's lexer reads them (script/lexer.h), but as a
-// function of the position and over text of any kind: nothing here waits, jumps or ends.
+// The tokens of a script, exactly as the engine's lexer reads them (script/source/lexer.h), but as
+// a function of the position and over text of any kind: nothing here waits, jumps or ends.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "script/lexer.h"
+#include "script/source/lexer.h"
 
 // Why a token cannot be read; the engine raises an error for each.
 

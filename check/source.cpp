@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "script/text.h"
+#include "script/source/text.h"
 
 // What the engine keeps: as many bytes as its buffer holds, a DOS end-of-file mark at the end
 // dropped, and nothing from the first zero byte on. It stores the end-of-file value behind a short

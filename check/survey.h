@@ -13,7 +13,7 @@
 
 // A file that the script names in a literal.
 struct FileUse {
-    char kind;  // as in script/builtin_list.h
+    char kind;  // as in script/host/builtin_list.h
     std::string name;
     size_t position;
 };

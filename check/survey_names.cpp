@@ -1,7 +1,7 @@
 #include "check/names.h"
 #include "check/survey_reader.h"
 #include "keys/key_bindings.h"
-#include "script/variables.h"
+#include "script/run/variables.h"
 
 // Names -----------------------------------------------------------------------------------------
 

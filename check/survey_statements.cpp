@@ -1,5 +1,5 @@
 #include "check/survey_reader.h"
-#include "script/variables.h"
+#include "script/run/variables.h"
 
 // The condition behind a keyword.
 Value Survey::readHead() {

@@ -4,7 +4,7 @@
 
 #include "check/names.h"
 #include "check/trial_reader.h"
-#include "script/variables.h"
+#include "script/run/variables.h"
 
 // Variables -------------------------------------------------------------------------------------
 

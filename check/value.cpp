@@ -1,6 +1,6 @@
 #include "check/value.h"
 
-#include "script/arithmetic.h"
+#include "script/run/arithmetic.h"
 
 Value calculate(char operation, Value left, Value right) {
     if (!left.known || !right.known) return {};

@@ -18,5 +18,5 @@ inline Value knownValue(int64_t number) {
 // The operation of the one-character operator; the divisor of "/" and "%" is not zero.
 Value calculate(char operation, Value left, Value right);
 
-// The comparison of an operator's code (script/lexer.h): 1 or 0.
+// The comparison of an operator's code (script/source/lexer.h): 1 or 0.
 Value compare(char relation, Value left, Value right);

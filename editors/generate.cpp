@@ -5,8 +5,8 @@
 #include <fstream>
 #include <string>
 
-#include "script/builtin_list.h"
-#include "script/lexer.h"
+#include "script/host/builtin_list.h"
+#include "script/source/lexer.h"
 
 // The keywords of one kind, with `separator` between them.
 static std::string keywords(bool types, const std::string& separator) {

@@ -1,9 +1,9 @@
 #include "images/image_builtins.h"
 
-#include "app/globals.h"
+#include "app/base/paths.h"
 #include "images/images.h"
-#include "script/arguments.h"
-#include "script/waiting.h"
+#include "script/host/arguments.h"
+#include "script/run/waiting.h"
 
 int32_t builtinShowImage() {
     openArguments();

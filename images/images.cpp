@@ -6,8 +6,10 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "app/globals.h"
-#include "app/main_thread.h"
+#include "app/base/input.h"
+#include "app/base/main_thread.h"
+#include "app/base/paths.h"
+#include "app/base/window.h"
 
 static std::vector<Image> emptyListWithRoom() {
     std::vector<Image> images;

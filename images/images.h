@@ -2,7 +2,7 @@
 //
 // Scripts know an image by its index in gImages; entries are never removed, so an identifier stays
 // good for the whole run. Positions and sizes are window pixels, origin top left. Textures belong
-// to gRenderer and are made on the main thread whichever thread asks (app/main_thread.h).
+// to gRenderer and are made on the main thread whichever thread asks (app/base/main_thread.h).
 #pragma once
 
 #include <SDL.h>

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "script/lexer.h"
-#include "script/program.h"
+#include "script/run/program.h"
+#include "script/source/lexer.h"
 
 std::map<uint8_t, KeyBinding> gKeyBindings;
 uint8_t gKeyHasBindings[kKeyCodes];

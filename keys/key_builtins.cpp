@@ -1,7 +1,7 @@
 #include "keys/key_builtins.h"
 
 #include "keys/key_bindings.h"
-#include "script/arguments.h"
+#include "script/host/arguments.h"
 
 int32_t builtinAddExectFuncKey() {
     openArguments();

@@ -2,8 +2,8 @@
 // a window: for tests that run thousands of scripts.
 #include <cstdio>
 
-#include "app/globals.h"
-#include "script/program.h"
+#include "app/base/paths.h"
+#include "script/run/program.h"
 #include "units/units.h"
 
 int main() {

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "app/main_thread.h"
+#include "app/base/main_thread.h"
 
 TTF_Font* gFont = nullptr;
 SDL_Color gTextColour = {0, 0, 0, 0};

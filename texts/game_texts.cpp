@@ -1,8 +1,8 @@
 #include "texts/game_texts.h"
 
-#include "app/globals.h"
-#include "app/main_thread.h"
-#include "script/lexer.h"
+#include "app/base/main_thread.h"
+#include "app/base/window.h"
+#include "script/source/lexer.h"
 #include "texts/fonts.h"
 #include "timers/timers.h"
 

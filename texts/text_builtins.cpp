@@ -1,6 +1,6 @@
 #include "texts/text_builtins.h"
 
-#include "script/arguments.h"
+#include "script/host/arguments.h"
 #include "texts/fonts.h"
 #include "texts/game_texts.h"
 

@@ -1,6 +1,6 @@
 #include "timers/timer_builtins.h"
 
-#include "script/arguments.h"
+#include "script/host/arguments.h"
 #include "timers/timers.h"
 
 int32_t builtinCreateTimer() {

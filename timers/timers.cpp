@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-#include "script/program.h"
+#include "script/run/program.h"
 
 std::map<int32_t, ScriptTimer> gTimers;
 int32_t gNextTimerId = 0;

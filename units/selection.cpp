@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "app/globals.h"
+#include "app/base/input.h"
 
 std::vector<Unit*> gSelectedUnits;
 Unit* gHoveredUnit = nullptr;

@@ -1,7 +1,7 @@
 #include "units/unit_builtins.h"
 
-#include "script/arguments.h"
-#include "script/waiting.h"
+#include "script/host/arguments.h"
+#include "script/run/waiting.h"
 #include "units/units.h"
 
 int32_t builtinCreateUnit() {

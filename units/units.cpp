@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/globals.h"
-#include "app/main_thread.h"
+#include "app/base/main_thread.h"
+#include "app/base/paths.h"
 
 std::vector<UnitType> gUnitTypes;
 std::map<int32_t, Unit> gUnits;

@@ -1,12 +1,12 @@
 // Every built-in with right arguments, with a missing parenthesis, and with all kinds of nonsense.
-#include "script/builtins.h"
+#include "script/host/builtins.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <ostream>
 
-#include "script/nesting.h"
+#include "script/errors/nesting.h"
 #include "support/engine_test.h"
 
 struct Row {

@@ -3,6 +3,7 @@
 
 #include <chrono>
 
+#include "app/ticks.h"
 #include "images/images.h"
 #include "support/engine_test.h"
 #include "texts/fonts.h"

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "app/input.h"
+#include "app/base/input.h"
 #include "images/images.h"
 #include "support/engine_test.h"
 #include "texts/fonts.h"

@@ -10,8 +10,8 @@
 #include "check/names.h"
 #include "check/report.h"
 #include "check/scanner.h"
-#include "script/builtins.h"
-#include "script/text.h"
+#include "script/host/builtins.h"
+#include "script/source/text.h"
 #include "support/level.h"
 
 static std::vector<Finding> check(const std::string& script) {

@@ -7,15 +7,15 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/globals.h"
+#include "app/base/window.h"
 #include "images/images.h"
 #include "keys/key_bindings.h"
-#include "script/functions.h"
-#include "script/halt.h"
-#include "script/lexer.h"
-#include "script/program.h"
-#include "script/recovery.h"
-#include "script/text.h"
+#include "script/errors/halt.h"
+#include "script/errors/recovery.h"
+#include "script/run/functions.h"
+#include "script/run/program.h"
+#include "script/source/lexer.h"
+#include "script/source/text.h"
 #include "texts/game_texts.h"
 #include "timers/timers.h"
 #include "units/unit_movement.h"
@@ -26,7 +26,7 @@ static constexpr int kStepBudget = 20000;  // tokens that one input may read
 static std::jmp_buf gScriptOver;
 static int gStepsLeft = 0;
 
-// In place of script/halt.cpp: the process goes on with the next input.
+// In place of script/errors/halt.cpp: the process goes on with the next input.
 void endProcess(int) {
     std::longjmp(gScriptOver, 1);
 }

@@ -10,12 +10,14 @@
 #include <filesystem>
 #include <string>
 
+#include "app/base/input.h"
+#include "app/base/paths.h"
+#include "app/base/window.h"
 #include "app/engine.h"
 #include "app/frame.h"
-#include "app/globals.h"
 #include "app/main_loop.h"
-#include "script/program.h"
-#include "script/variables.h"
+#include "script/run/program.h"
+#include "script/run/variables.h"
 #include "support/level.h"
 #include "timers/timers.h"
 #include "units/unit_movement.h"

@@ -7,10 +7,10 @@
 #include <filesystem>
 #include <fstream>
 
+#include "app/base/window.h"
 #include "app/engine.h"
 #include "app/frame.h"
-#include "app/globals.h"
-#include "script/program.h"
+#include "script/run/program.h"
 
 // What the sanitizers ask for when they start. The graphics driver leaves memory behind when SDL
 // unloads it, in code that no leak report can name; leaks of the engine show as growth in the soak

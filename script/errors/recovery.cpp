@@ -1,0 +1,40 @@
+#include "script/errors/recovery.h"
+
+#include <csetjmp>
+#include <cstdio>
+
+#include "script/errors/halt.h"
+#include "script/errors/nesting.h"
+
+int32_t gLocalTop = 0;
+int32_t gCallDepth = 0;
+
+// The innermost recovery point of this thread, null outside the interpreter. The jmp_buf lives in
+// the frame of runGuarded.
+static thread_local std::jmp_buf* gErrorJump = nullptr;
+
+bool runGuarded(void (*operation)(const void*), const void* argument) {
+    std::jmp_buf here;
+    std::jmp_buf* const outer = gErrorJump;
+    const int32_t localTop = gLocalTop;
+    const int32_t callDepth = gCallDepth;
+    const int32_t nestingDepth = gNestingDepth;
+
+    if (setjmp(here) == 0) {
+        gErrorJump = &here;
+        operation(argument);
+        gErrorJump = outer;
+        return true;
+    }
+    std::fputs("Error buffer long jump", stdout);
+    gLocalTop = localTop;
+    gCallDepth = callDepth;
+    gNestingDepth = nestingDepth;
+    gErrorJump = outer;
+    return false;
+}
+
+void leaveToRecoveryPoint() {
+    if (gErrorJump == nullptr) abortProcess();
+    std::longjmp(*gErrorJump, 1);
+}

@@ -1,0 +1,98 @@
+#include "script/host/arguments.h"
+
+#include <cstring>
+
+#include "script/errors/errors.h"
+#include "script/errors/token_reader.h"
+#include "script/host/expression.h"
+
+static Place gNoPlace;
+Place* gProgramPos = &gNoPlace;
+Place* gToken = &gNoPlace;
+
+void resetCursor() {
+    gProgramPos = gToken = gPlaces;
+}
+
+TokenKind getToken() {
+    gToken = tokenAt(gProgramPos);
+    gProgramPos = gToken->next;
+    return gToken->kind;
+}
+
+void putBack() {
+    gProgramPos = gToken->back;
+}
+
+bool tokenIs(char c) {
+    return gToken->symbol == c;
+}
+
+void argumentError(ScriptError error) {
+    syntaxError(error, gProgramPos);
+}
+
+static void requireToken(char c, ScriptError error) {
+    getToken();
+    if (!tokenIs(c)) argumentError(error);
+}
+
+int32_t readExpression() {
+    const Result result = evalExpression(gProgramPos);
+    gToken = result.end;
+    gProgramPos = positionAfter(result);
+    return result.value;
+}
+
+void openArguments() {
+    requireToken('(', ScriptError::NoParens);
+}
+
+int32_t readInteger() {
+    getToken();
+    putBack();
+    return readExpression();
+}
+
+void nextArgument() {
+    getToken();
+}
+
+void readIntegers(std::initializer_list<int32_t*> targets) {
+    bool isFirst = true;
+    for (int32_t* target : targets) {
+        if (!isFirst) nextArgument();
+        *target = readInteger();
+        isFirst = false;
+    }
+}
+
+void readText(ArgumentText& text) {
+    getToken();
+    std::memcpy(text, gToken->text, sizeof text);
+}
+
+void expectCloseParen() {
+    requireToken(')', ScriptError::NoParens);
+    // One token of look-ahead: of several line ends behind the call the first is skipped here.
+    getToken();
+    putBack();
+}
+
+void noArguments() {
+    openArguments();
+    expectCloseParen();
+}
+
+int32_t onlyInteger() {
+    openArguments();
+    const int32_t value = readInteger();
+    expectCloseParen();
+    return value;
+}
+
+void closeStatement() {
+    requireToken(')', ScriptError::NoParens);
+    requireToken(';', ScriptError::NoSemicolon);
+    putBack();
+}

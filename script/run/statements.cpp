@@ -1,0 +1,162 @@
+#include "script/run/statements.h"
+
+#include <cstdint>
+
+#include "script/errors/errors.h"
+#include "script/errors/halt.h"
+#include "script/errors/nesting.h"
+#include "script/errors/token_reader.h"
+#include "script/host/expression.h"
+#include "script/run/functions.h"
+#include "script/run/variables.h"
+
+// Takes the next token for the opening brace, whatever it is.
+static Place* findEndOfBlock(Place* position) {
+    const Place* opening = tokenAt(position);
+    return findBalance(opening->next, '{', '}')->next;
+}
+
+// What a statement leaves: where to go on, and whether the last token that it read was the end of
+// the text. That ends every block around it, whatever the position is.
+struct Executed {
+    Place* position;
+    bool textHasEnded;
+};
+
+static Executed runStatement(Place* position);
+
+static bool isEnd(const Place* token) {
+    return token->keyword == KeywordCode::Finished;
+}
+
+// type name { "," name } ";"
+// No initialisers. In the body of a loop every pass pushes new locals until the function returns.
+// Not compiled into runBlock, like the other statements that run seldom: it stays the smaller.
+[[gnu::noinline]] static Executed declareLocal(Place* type) {
+    Place* token = type;
+    do {
+        Place* name = tokenAt(token->next);
+        pushLocal(declaredName(name), static_cast<int32_t>(type->keyword), name->next);
+        token = tokenAt(name->next);
+    } while (token->symbol == ',');
+    if (token->symbol != ';') syntaxError(ScriptError::NoSemicolon, token->next);
+    return {token->next, false};
+}
+
+// "if" expression statement [ "else" statement ]
+static Executed execIf(Place* word) {
+    const Result test = evalExpression(word->next);
+    // After the statement the block around us skips the else part when it meets it.
+    if (test.value != 0) return runStatement(positionAfter(test));
+    Place* next = tokenAt(findEndOfBlock(positionAfter(test)));
+    if (next->keyword == KeywordCode::Else) return runStatement(next->next);
+    return {next->back, isEnd(next)};
+}
+
+// "while" expression statement
+static Executed execWhile(Place* word) {
+    const Result test = evalExpression(word->next);
+    if (test.value == 0) return {findEndOfBlock(positionAfter(test)), false};
+    const Executed body = runStatement(positionAfter(test));
+    return {word->back, body.textHasEnded};  // back to the word itself
+}
+
+// "do" statement "while" expression ";"
+[[gnu::noinline]] static Executed execDo(Place* word) {
+    Place* next = tokenAt(runStatement(word->next).position);
+    if (next->keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile, next->next);
+    const Result test = evalExpression(next->next);
+    return {test.value != 0 ? word->back : positionAfter(test), isEnd(test.end)};
+}
+
+// A part of a `for` up to its ";": its value, and the position one character further on. That
+// character is the ";" put back; after an empty part, whose ";" is used up, it is the one after it.
+static Place* evaluateForPart(Place* position, int32_t& value) {
+    const Result part = evalExpression(position);
+    if (part.end->symbol != ';') syntaxError(ScriptError::NoSemicolon, positionAfter(part));
+    value = part.value;
+    return afterCharacter(positionAfter(part));
+}
+
+// "for" "(" expression ";" expression ";" expression ")" block
+[[gnu::noinline]] static Executed execFor(Place* word) {
+    int32_t value = 0;
+    Place* test = evaluateForPart(tokenAt(word->next)->next, value);
+    for (;;) {
+        Place* step = evaluateForPart(test, value);
+        Place* body = findBalance(step, '(', ')')->next;
+        if (value == 0) return {findEndOfBlock(body), false};
+        runStatement(body);
+        evalExpression(step);
+    }
+}
+
+// The ";" after the expression is left to be read as a statement of its own; in a block, where
+// that does nothing, it is read here.
+static Executed execExpression(Place* token, bool inBlock) {
+    Place* end = evalExpression(token).end;
+    if (end->symbol != ';') syntaxError(ScriptError::NoSemicolon, end->back);
+    return {inBlock ? end->next : end->back, false};
+}
+
+// "return" expression
+static Executed execReturn(Place* word) {
+    const Result result = evalExpression(word->next);
+    gReturnValue = result.value;
+    return {positionAfter(result), isEnd(result.end)};
+}
+
+// Runs the keyword statement of `word`, or skips a token that is none.
+static Executed execKeyword(Place* word) {
+    switch (word->keyword) {
+        case KeywordCode::Char:
+        case KeywordCode::Int:
+            return declareLocal(word);
+        case KeywordCode::If:
+            return execIf(word);
+        case KeywordCode::Else:
+            return {findEndOfBlock(word->next), false};
+        case KeywordCode::For:
+            return execFor(word);
+        case KeywordCode::Do:
+            return execDo(word);
+        case KeywordCode::While:
+            return execWhile(word);
+        case KeywordCode::End:
+            endProcess(0);
+        default:
+            return {word->next, isEnd(word)};
+    }
+}
+
+static Executed runBlock(Place* position) {
+    bool inBlock = false;
+    Executed done = {position, false};
+    do {
+        Place* token = tokenAt(done.position);
+        if (token->kind == TokenKind::Identifier) {
+            done = execExpression(token, inBlock);
+        } else if (token->kind == TokenKind::Block) {
+            done = {token->next, false};
+            if (token->symbol == '}') return done;
+            inBlock = true;
+        } else if (token->keyword == KeywordCode::Return) {
+            return execReturn(token);
+        } else {
+            if (inBlock) waitIfStuck(token);
+            done = execKeyword(token);
+        }
+    } while (inBlock && !done.textHasEnded);
+    return done;
+}
+
+static Executed runStatement(Place* position) {
+    enterNesting(position);
+    const Executed done = runBlock(position);
+    leaveNesting();
+    return done;
+}
+
+void interpretBlock(Place* position) {
+    runStatement(position);
+}

@@ -1,0 +1,34 @@
+// Names: every distinct word of the script once, with what it stands for.
+//
+// Two tokens with the same text have the same Name, so names are compared by address and what a
+// name means is found without a search. Names live until the next program text is loaded.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "script/source/lexer.h"
+
+struct BuiltinFunction;
+struct Place;
+struct ScriptVariable;
+
+constexpr int32_t kMaxBuiltins = 64;  // names that the engine itself may declare
+
+struct Name {
+    char text[kTokenCapacity] = "";            // of its tokens, zero-terminated
+    const BuiltinFunction* builtin = nullptr;  // the engine's function of this name
+    Place* function = nullptr;                 // location of the first user function of this name
+    ScriptVariable* global = nullptr;          // the first global variable of this name
+    ScriptVariable* variable = nullptr;        // what it stood for when it was last looked up,
+    uint64_t call = 0;                         // and in which call (script/run/variables.h)
+};
+
+// The Name of `text`, the text of a token: made on first use. Any thread.
+Name* nameOf(std::string_view text);
+
+// The Name of `text` if the script has used that word, else null. Any thread.
+Name* findName(std::string_view text);
+
+// Forgets all names, for a new program text. Only while no script code runs.
+void forgetNames();

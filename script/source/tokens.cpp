@@ -1,0 +1,104 @@
+#include "script/source/tokens.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+Name gNoName;
+static std::vector<Place> gPlaceStorage(1);
+
+Place* gPlaces = gPlaceStorage.data();
+
+void resetTokens() {
+    forgetNames();
+    gPlaceStorage.clear();
+    gPlaceStorage.resize(static_cast<size_t>(gProgramEnd - gProgramBuffer) + 2);
+    gPlaces = gPlaceStorage.data();
+}
+
+Place* placeAt(const char* position) {
+    return gPlaces +
+           (std::clamp(position, static_cast<const char*>(gProgramBuffer), gProgramEnd + 1) -
+            gProgramBuffer);
+}
+
+// Reading -------------------------------------------------------------------------------------
+
+// The relational operators are a zero-terminated set, and an empty token is found in it.
+static Binding bindingOf(const Place& place) {
+    switch (place.symbol) {
+        case '*':
+        case '/':
+        case '%':
+            return Binding::Product;
+        case '+':
+        case '-':
+            return Binding::Sum;
+        case kLess:
+        case kLessOrEqual:
+        case kGreater:
+        case kGreaterOrEqual:
+        case kEqual:
+        case kNotEqual:
+            return Binding::Relation;
+        default:
+            return place.length == 0 ? Binding::Relation : Binding::None;
+    }
+}
+
+static void keepMeaning(Place& place) {
+    place.binding = bindingOf(place);
+    const bool isEmpty = place.length == 0 && place.kind == TokenKind::Delimiter;
+    // A "/" directly behind a comment is read as the start of one when it is read at its own place.
+    const char behind = byteAt(textAt(place.next));
+    const bool opensComment = place.symbol == '/' && (behind == '/' || behind == '*');
+    place.plain = place.length > 0 && place.kind != TokenKind::String && !opensComment;
+    place.stuck = isEmpty && place.keyword == KeywordCode::None && place.next == &place;
+    if (place.kind == TokenKind::Identifier) place.name = nameOf(place.text);
+    if (place.kind == TokenKind::Number) {
+        place.number = static_cast<int32_t>(std::strtol(place.text, nullptr, 10));
+    }
+}
+
+void keepToken(Place* kept) {
+    Place& place = *kept;
+    const Token token = readToken(textAt(&place));
+    place.kind = token.kind;
+    place.keyword = token.keyword;
+    place.symbol = token.symbol;
+    place.length = token.length;
+    place.fault = token.fault;
+    place.next = placeAt(token.end);
+    place.back = placeAt(token.end - token.length);
+    std::memcpy(place.text, token.text, sizeof place.text);
+    if (token.fault == TokenFault::None) keepMeaning(place);
+    // Last of all: the other thread may read the place at any moment. This orders the stores for
+    // the compiler, and x86 keeps that order; another processor may show the other thread a place
+    // whose token is kept and whose fields are still those of an unread one.
+    std::atomic_signal_fence(std::memory_order_release);
+    place.state = token.fault == TokenFault::None ? PlaceState::Kept : PlaceState::Faulty;
+}
+
+void keepTokens(const Place* from, const Place* to) {
+    while (from < to) {
+        Place& place = gPlaces[from - gPlaces];
+        if (place.state == PlaceState::Unread) keepToken(&place);
+        if (place.state == PlaceState::Faulty || place.next == from) return;
+        from = place.next;
+    }
+}
+
+// Moving --------------------------------------------------------------------------------------
+
+Place* afterCharacter(const Place* position) {
+    return placeAt(textAt(position) + 1);
+}
+
+Place* afterCloseParen(const Place* position) {
+    const char* character = textAt(position);
+    while (character < gProgramEnd && *character != ')')
+        character++;
+    return placeAt(character < gProgramEnd ? character + 1 : gProgramEnd);
+}
