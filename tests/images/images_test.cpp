@@ -126,9 +126,13 @@ static std::string readList(const std::string& bytes) {
     return outputOf([] { EXPECT_TRUE(loadPictureList()); });
 }
 
-TEST_F(Images, PictureListIsNotReadAtStartUp) {
-    writeFile("PicturesPath.txt", "a.bmp\n");
+class ImagesAtStartUp : public FolderTest {};
+
+TEST_F(ImagesAtStartUp, PictureListIsNotRead) {
+    writeFile("PicturesPath.txt", "SysPics/select.bmp\n");
+    EXPECT_EQ("", outputOf([] { startEngine(); }));
     EXPECT_TRUE(gImages.empty());
+    closeEngine();
 }
 
 TEST_F(Images, PictureListWithFinalLineFeed) {

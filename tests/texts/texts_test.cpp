@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "support/engine_test.h"
+#include "support/sdl_calls.h"
 #include "texts/fonts.h"
 #include "texts/game_texts.h"
 
@@ -116,10 +117,13 @@ TEST_F(Texts, FontSizesOfAllKindsNeverCrash) {
 }
 
 TEST_F(Texts, FontChangedAThousandTimesLeavesOneOpen) {
+    recordCalls();
     runStatements(
         "createtext(\"Hello\", 0, 0, 100, 20);"
         "for (a = 0; a < 1000; a = a + 1) { changeallfont(\"arial.ttf\", 10 + a % 9); }");
     composeFrame();
+    EXPECT_EQ(1000u, countCalls("TTF_OpenFont"));
+    EXPECT_EQ(1000u, countCalls("TTF_CloseFont")) << "the one open before them is closed too";
     EXPECT_NE(nullptr, gGameTexts.at(0).surface);
 }
 

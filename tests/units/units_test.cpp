@@ -276,6 +276,11 @@ TEST_F(UnitMovement, HeadingCountsWithTheShortPi) {
     EXPECT_EQ(0.0F, headingTo(7, 7, 7, 7));
 }
 
+TEST_F(UnitMovement, HeadingOfDifferencesThatWrap) {
+    EXPECT_NEAR(360 - 45.0228, headingTo(INT_MIN, INT_MAX, INT_MAX, INT_MIN), 0.0001);
+    EXPECT_NEAR(135.0685, headingTo(INT_MAX, INT_MIN, INT_MIN, INT_MAX), 0.0001);
+}
+
 TEST_F(UnitMovement, DistanceIsCutToWholePixels) {
     EXPECT_EQ(11, distanceTo(100, 100, 110, 105));
     EXPECT_EQ(15, distanceTo(100, 100, 115, 100));
@@ -288,7 +293,7 @@ TEST_F(UnitMovement, OverflowOfTheSumWrapsAndNegativeCountsAsZero) {
     EXPECT_EQ(0, distanceTo(0, 0, 65536, 0)) << "65536 squared wraps to 0";
     EXPECT_EQ(0, distanceTo(0, 0, 46341, 0)) << "46341 squared wraps below 0";
     EXPECT_EQ(46340, distanceTo(0, 0, 46340, 0));
-    EXPECT_EQ(1, distanceTo(0, 0, 65537, 0) / 362) << "65537 squared wraps to 131073";
-    distanceTo(INT_MIN, INT_MAX, INT_MAX, INT_MIN);
-    distanceTo(INT_MAX, INT_MIN, INT_MIN, INT_MAX);
+    EXPECT_EQ(362, distanceTo(0, 0, 65537, 0)) << "65537 squared wraps to 131073";
+    EXPECT_EQ(1, distanceTo(INT_MIN, INT_MAX, INT_MAX, INT_MIN)) << "the differences wrap to 1";
+    EXPECT_EQ(1, distanceTo(INT_MAX, INT_MIN, INT_MIN, INT_MAX));
 }
