@@ -1,4 +1,5 @@
-// What the engine asks of SDL, in which order: at the start, in a pass of the main loop, at the end.
+// What the engine asks of SDL, in which order: at the start, in a pass of the main loop, at the
+// end.
 #include "support/sdl_calls.h"
 
 #include <gtest/gtest.h>
@@ -39,8 +40,12 @@ static const Calls kStart = {
 static const Calls kEmptyFrame = {"SDL_RenderClear()", "SDL_RenderPresent()"};
 
 static const Calls kEnd = {
-    "SDL_DestroyRenderer()", "SDL_DestroyWindow()", "TTF_CloseFont()",
-    "TTF_Quit()",            "IMG_Quit()",          "SDL_Quit()",
+    "SDL_DestroyRenderer()",
+    "SDL_DestroyWindow()",
+    "TTF_CloseFont()",
+    "TTF_Quit()",
+    "IMG_Quit()",
+    "SDL_Quit()",
 };
 
 // The calls recorded, but for what the engine needs to stop its ticks.
@@ -121,7 +126,7 @@ TEST_F(CallsWhileRunning, FrameCopiesWhatIsVisibleLayerByLayer) {
     recordCalls();
     drawFrame();
     const Calls layers = {
-        copyTo("70, 80, 1, 2"), copyTo("0, 0, 5, 6"), copyTo("30, 40, 50, 60"),
+        copyTo("70, 80, 1, 2"),   copyTo("0, 0, 5, 6"), copyTo("30, 40, 50, 60"),
         copyTo("10, 20, 15, 15"), copyTo("0, 0, 8, 8"),
     };
     EXPECT_EQ(Calls{kEmptyFrame[0]} + layers + Calls{kEmptyFrame[1]}, callsMade());
@@ -156,8 +161,15 @@ TEST_F(CallsWhileRunning, CloseReleasesThePicturesThenTheRest) {
     EXPECT_EQ(textures + kEnd, callsMade());
     recordCalls();
     closeEngine();
-    drawFrame();
     EXPECT_EQ(Calls{}, recordedCalls()) << "nothing released is used again";
+}
+
+TEST_F(CallsWhileRunning, FramesAfterTheCloseOnlyWaitAsLongAsAFrame) {
+    closeEngine();
+    recordCalls();
+    drawFrame();
+    drawFrame();
+    EXPECT_EQ((Calls{"SDL_Delay(16)", "SDL_Delay(16)"}), recordedCalls());
 }
 
 TEST_F(CallsWhileRunning, ExitGameLeavesFullScreenBeforeTheClose) {

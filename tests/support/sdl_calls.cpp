@@ -170,6 +170,11 @@ SDL_TimerID SDL_AddTimer(Uint32 interval, SDL_TimerCallback callback, void* para
     return REAL(SDL_AddTimer)(interval, callback, parameter);
 }
 
+void SDL_Delay(Uint32 ms) {
+    record("SDL_Delay", static_cast<int>(ms));
+    REAL(SDL_Delay)(ms);
+}
+
 SDL_Texture* IMG_LoadTexture(SDL_Renderer* renderer, const char* path) {
     record("IMG_LoadTexture", path);
     return REAL(IMG_LoadTexture)(renderer, path);
