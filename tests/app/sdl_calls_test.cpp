@@ -126,8 +126,12 @@ TEST_F(CallsWhileRunning, FrameCopiesWhatIsVisibleLayerByLayer) {
     recordCalls();
     drawFrame();
     const Calls layers = {
-        copyTo("70, 80, 1, 2"),   copyTo("0, 0, 5, 6"), copyTo("30, 40, 50, 60"),
-        copyTo("10, 20, 15, 15"), copyTo("0, 0, 8, 8"),
+        copyTo("70, 80, 1, 2"),
+        copyTo("0, 0, 5, 6"),
+        "TTF_RenderUTF8_Solid(t, 100, 100, 100, 0)",
+        copyTo("30, 40, 50, 60"),
+        copyTo("10, 20, 15, 15"),
+        copyTo("0, 0, 8, 8"),
     };
     EXPECT_EQ(Calls{kEmptyFrame[0]} + layers + Calls{kEmptyFrame[1]}, callsMade());
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/engine_test.h"
+#include "support/sdl_calls.h"
 
 class Images : public EngineTest {};
 
@@ -73,6 +74,17 @@ TEST_F(Images, AttachingATextureTakesItsSizeAndDrawsItAtOnce) {
     SDL_RenderReadPixels(gRenderer, &pixel, SDL_PIXELFORMAT_ARGB8888, &colour, 4);
     EXPECT_EQ(kRed, colour & 0xFFFFFF);
     EXPECT_EQ(kWhite, framePixel(10, 10)) << "the next frame clears it away";
+}
+
+TEST_F(Images, AttachedTextureIsDrawnWhereTheImageStands) {
+    writePicture("a.bmp", 11, 12, kRed);
+    Image image;
+    setPosition(image, 40, 50);
+    setSize(image, 7, 8);
+    recordCalls();
+    setTexture(image, loadTexture("a.bmp"));
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy(whole, 40, 50, 11, 12)"));
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy"));
 }
 
 TEST_F(Images, NullTextureLeavesTheSizeAlone) {

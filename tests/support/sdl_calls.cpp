@@ -195,6 +195,11 @@ TTF_Font* TTF_OpenFont(const char* path, int pointSize) {
     return REAL(TTF_OpenFont)(path, pointSize);
 }
 
+SDL_Surface* TTF_RenderUTF8_Solid(TTF_Font* font, const char* text, SDL_Color colour) {
+    record("TTF_RenderUTF8_Solid", text, colour.r, colour.g, colour.b, colour.a);
+    return REAL(TTF_RenderUTF8_Solid)(font, text, colour);
+}
+
 void TTF_CloseFont(TTF_Font* font) {
     record("TTF_CloseFont");
     REAL(TTF_CloseFont)(font);

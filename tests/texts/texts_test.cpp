@@ -141,6 +141,17 @@ TEST_F(Texts, EachFrameRendersAfresh) {
     EXPECT_GT(gGameTexts.at(0).surface->w, width);
 }
 
+TEST_F(Texts, TextIsRenderedSolidInTheColourOfItsFrame) {
+    runStatements("createtext(\"Hello\", 0, 0, 100, 20);");
+    recordCalls();
+    composeFrame();
+    setTextColour(255, 7, 0);
+    composeFrame();
+    EXPECT_EQ(1u, countCalls("TTF_RenderUTF8_Solid(Hello, 100, 100, 100, 0)"));
+    EXPECT_EQ(1u, countCalls("TTF_RenderUTF8_Solid(Hello, 255, 7, 0, 0)"));
+    EXPECT_EQ(2u, countCalls("SDL_RenderCopy(whole, 0, 0, 100, 20)"));
+}
+
 TEST_F(Texts, HiddenTextMakesNoSurfaceAndNoTexture) {
     runStatements(createBlock("100, 100, 60, 40") + "hidetext(0, 1);");
     EXPECT_EQ(kWhite, framePixel(130, 120));
@@ -352,4 +363,9 @@ TEST_F(Texts, OnlyTheGettersWaitForTheClosingParenthesis) {
     EXPECT_EQ(7, gGameTexts.at(3).rect.h);
     runStatements("hidetext(3, 0;");
     EXPECT_FALSE(gGameTexts.at(3).hidden);
+    runStatements("createtext(\"Hello\", 1, 2, 3, 4;");
+    EXPECT_EQ("Hello", gGameTexts.at(0).text);
+    runStatements("deletetext(3;");
+    EXPECT_TRUE(gGameTexts.at(3).hidden) << "number 0: key 0 is erased";
+    EXPECT_EQ(1u, gGameTexts.size());
 }

@@ -5,6 +5,7 @@
 #include <climits>
 
 #include "support/engine_test.h"
+#include "support/sdl_calls.h"
 #include "units/unit_movement.h"
 
 class Units : public EngineTest {};
@@ -59,6 +60,15 @@ TEST_F(Units, UnitIsDrawnFifteenByFifteenWhateverItsPicture) {
     EXPECT_EQ(kWhite, framePixel(107, 48));
 }
 
+TEST_F(Units, PictureIsFirstCopiedToTheOriginInItsOwnSize) {
+    recordCalls();
+    runStatements("createunit(0, 100, 50);");
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy(whole, 0, 0, 20, 30)"));
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy"));
+    drawUnits();
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy(whole, 100, 50, 15, 15)"));
+}
+
 TEST_F(Units, UnitsShareNoTexture) {
     runStatements("createunit(0, 1, 1); createunit(0, 2, 2);");
     EXPECT_NE(nullptr, gUnits.at(0).image.texture);
@@ -104,6 +114,24 @@ TEST_F(Units, CreationMayReachAnImplicitUnitAndOverwritesIt) {
     EXPECT_EQ(2u, gUnits.size());
     EXPECT_EQ(200, gUnits.at(1).rect.x);
     EXPECT_TRUE(gUnits.at(1).image.visible);
+}
+
+TEST_F(Units, UnitTakesAllStatsOfItsType) {
+    UnitType& type = gUnitTypes.at(0);
+    type.statA = 1;
+    type.statB = 2;
+    type.statC = 3;
+    type.statD = 4;
+    type.statE = 5;
+    runStatements("createunit(0, 0, 0);");
+    const Unit& unit = gUnits.at(0);
+    EXPECT_EQ(1, unit.statA);
+    EXPECT_EQ(1, unit.statA2);
+    EXPECT_EQ(2, unit.statB);
+    EXPECT_EQ(2, unit.statB2);
+    EXPECT_EQ(3, unit.statC);
+    EXPECT_EQ(4, unit.statD);
+    EXPECT_EQ(0, unit.statE) << "the type keeps it for itself";
 }
 
 TEST_F(Units, TypeIndexOutsideTheListIsClamped) {
