@@ -1,4 +1,4 @@
-// Measures the parts of the interpreter and the two ticks.
+// Measures the parts of the interpreter, the two ticks and the checker.
 //
 // The figures are processor times of one visit. A place of the text is visited again and again, as
 // a running level does; the "first" rows measure what is paid once.
@@ -9,6 +9,7 @@
 #include <string>
 
 #include "bench/level.h"
+#include "check/check.h"
 #include "script/host/arguments.h"
 #include "script/host/expression.h"
 #include "script/run/functions.h"
@@ -211,5 +212,21 @@ BENCHMARK(tickIdleTimers)->Arg(0)->Arg(10)->Arg(1000)->Arg(10000);
 BENCHMARK(tickFiringTimers)->Arg(0)->Arg(10)->Arg(1000)->Arg(10000);
 BENCHMARK(tickIdleUnits)->Arg(10000);
 BENCHMARK(tickOrderedUnits)->Arg(10000);
+
+// The checker -------------------------------------------------------------------------------------
+
+// A script as long as the engine reads, of statements such as games are made of.
+static void checkFullScript(benchmark::State& state) {
+    std::string script = "int x, y; int step(int n) { return n + 1; } int main() {\r\n";
+    while (script.size() < 9900)
+        script += "    if (x < 100) { x = step(x) * 2 - y; } else { moveimage(0, x, y); }\r\n";
+    script += "}\r\n";
+    for (auto _ : state) {
+        require(checkScript("script.txt", script, false).findings.empty(),
+                "the full script has findings");
+    }
+}
+
+BENCHMARK(checkFullScript)->MeasureProcessCPUTime();  // it works on a thread of its own
 
 BENCHMARK_MAIN();

@@ -48,6 +48,32 @@ TEST_F(HandOver, LoadWaitsForItsTexture) {
     EXPECT_EQ(kRed, framePixel(10, 10));
 }
 
+TEST_F(HandOver, AttachedTextureIsDrawnOnceHereBeforeTheNextFrame) {
+    writePicture("levels/level1/a.bmp", 31, 17, kRed);
+    runLevel("int f() { loadimage(\"a.bmp\"); } int main() {}");
+    EXPECT_EQ("", callElsewhere("f"));
+    const SDL_Rect place = {10, 10, 1, 1};
+    Uint32 pixel = 0;
+    SDL_RenderReadPixels(gRenderer, &place, SDL_PIXELFORMAT_ARGB8888, &pixel, 4);
+    EXPECT_EQ(kRed, pixel & 0xFFFFFF);
+    EXPECT_EQ(kWhite, framePixel(10, 10));
+}
+
+TEST_F(HandOver, PictureLoadedHereWhileAnotherWaitsTakesTheLowerIdentifier) {
+    writePicture("levels/level1/slow.bmp", 31, 17, kRed);
+    writePicture("levels/level1/quick.bmp", 9, 9, kGreen);
+    std::atomic<int32_t> waited{-1};
+    std::thread other([&] { waited = loadImageFile("levels/level1/slow.bmp"); });
+    waitForARequest();
+    EXPECT_EQ(0, loadImageFile("levels/level1/quick.bmp"));
+    while (waited < 0)
+        drainEvents();
+    other.join();
+    EXPECT_EQ(1, waited);
+    EXPECT_EQ(9, getW(gImages.at(0)));
+    EXPECT_EQ(31, getW(gImages.at(1)));
+}
+
 TEST_F(HandOver, FailedLoadIsReportedWithSdlsReason) {
     runLevel("int f() { loadimage(\"none.bmp\"); } int main() { f(); }");
     const std::string here = outputOfCall("f");

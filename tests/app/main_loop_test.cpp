@@ -1,5 +1,7 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 
 #include "keys/key_bindings.h"
@@ -138,6 +140,30 @@ TEST_F(MainLoop, EventsAreHandledInOrder) {
     EXPECT_EQ("\nChoosen=10\nSelected=1", drain());
 }
 
+// What has left the process for whoever reads its standard output, while `action` ran.
+static std::string outputThatArrived(void (*action)()) {
+    int ends[2];
+    EXPECT_EQ(0, pipe2(ends, O_NONBLOCK));
+    std::fflush(stdout);
+    const int before = dup(1);
+    dup2(ends[1], 1);
+    action();
+    char arrived[64];
+    const ssize_t size = read(ends[0], arrived, sizeof arrived);
+    std::fflush(stdout);
+    dup2(before, 1);
+    for (const int end : {before, ends[0], ends[1]})
+        close(end);
+    return std::string(arrived, size > 0 ? static_cast<size_t>(size) : 0);
+}
+
+TEST_F(MainLoop, OutputOfAPassCanBeReadAfterIt) {
+    runLevel("int hit() { print(7); } int main() { addexectfunckey(0, 4, \"hit\"); }");
+    hold(4);
+    pushEvent(SDL_KEYDOWN);
+    EXPECT_EQ("7", outputThatArrived([] { runPass(); }));
+}
+
 // The event record ------------------------------------------------------------------------------
 
 TEST_F(MainLoop, RecordKeepsTheLastEventWhenTheQueueIsEmpty) {
@@ -174,6 +200,27 @@ TEST_F(MainLoop, EventsWithoutDataLeaveZeros) {
         drain();
         EXPECT_EQ("00", runStatements("print(getmousex()); print(getmousey());")) << type;
     }
+}
+
+TEST_F(MainLoop, AfterAWheelEventTheMouseIsTheTurnAndItsDirection) {
+    SDL_Event event;
+    std::memset(&event, 0x5A, sizeof event);
+    event.type = SDL_MOUSEWHEEL;
+    event.wheel.y = -3;
+    event.wheel.direction = SDL_MOUSEWHEEL_FLIPPED;
+    SDL_PushEvent(&event);
+    drain();
+    EXPECT_EQ("-31", runStatements("print(getmousex()); print(getmousey());"));
+}
+
+TEST_F(MainLoop, AfterAWindowEventTheMouseIsItsSecondNumberAndZero) {
+    SDL_Event event;
+    std::memset(&event, 0x5A, sizeof event);
+    event.type = SDL_WINDOWEVENT;
+    event.window.data2 = 479;
+    SDL_PushEvent(&event);
+    drain();
+    EXPECT_EQ("4790", runStatements("print(getmousex()); print(getmousey());"));
 }
 
 TEST_F(MainLoop, AfterAKeyEventTheMouseIsPartOfTheKeySymbol) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/engine_test.h"
+#include "support/sdl_calls.h"
 
 class WindowBuiltins : public EngineTest {};
 
@@ -44,9 +45,12 @@ TEST_F(WindowBuiltins, WindowIsBackAtItsSizeAfterFullScreen) {
     EXPECT_EQ(480, h);
 }
 
-TEST_F(WindowBuiltins, AnyModeIsAccepted) {
-    for (const char* mode : {"-1", "2", "4096", "2147483647", "-2147483647 - 1"}) {
+TEST_F(WindowBuiltins, AnyModeIsPassedOnUnchanged) {
+    for (const char* mode : {"-1", "2", "4096", "65537", "2147483647", "-2147483647 - 1"}) {
+        recordCalls();
         EXPECT_EQ("0", runStatements("print(fullscreen(" + std::string(mode) + "));"));
+        const std::string number = valueOf(mode);
+        EXPECT_EQ(1u, countCalls("SDL_SetWindowFullscreen(" + number + ")")) << number;
         composeFrame();
     }
 }

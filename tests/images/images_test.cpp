@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/engine_test.h"
+#include "support/sdl_calls.h"
 
 class Images : public EngineTest {};
 
@@ -75,6 +76,17 @@ TEST_F(Images, AttachingATextureTakesItsSizeAndDrawsItAtOnce) {
     EXPECT_EQ(kWhite, framePixel(10, 10)) << "the next frame clears it away";
 }
 
+TEST_F(Images, AttachedTextureIsDrawnWhereTheImageStands) {
+    writePicture("a.bmp", 11, 12, kRed);
+    Image image;
+    setPosition(image, 40, 50);
+    setSize(image, 7, 8);
+    recordCalls();
+    setTexture(image, loadTexture("a.bmp"));
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy(whole, 40, 50, 11, 12)"));
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy"));
+}
+
 TEST_F(Images, NullTextureLeavesTheSizeAlone) {
     Image image;
     setSize(image, 7, 8);
@@ -126,9 +138,13 @@ static std::string readList(const std::string& bytes) {
     return outputOf([] { EXPECT_TRUE(loadPictureList()); });
 }
 
-TEST_F(Images, PictureListIsNotReadAtStartUp) {
-    writeFile("PicturesPath.txt", "a.bmp\n");
+class ImagesAtStartUp : public FolderTest {};
+
+TEST_F(ImagesAtStartUp, PictureListIsNotRead) {
+    writeFile("PicturesPath.txt", "SysPics/select.bmp\n");
+    EXPECT_EQ("", outputOf([] { startEngine(); }));
     EXPECT_TRUE(gImages.empty());
+    closeEngine();
 }
 
 TEST_F(Images, PictureListWithFinalLineFeed) {

@@ -242,6 +242,17 @@ TEST_F(Keys, RemovalClearsTheFlagOfTheNamedCodeOnly) {
     EXPECT_EQ(0, gCurrentKey);
 }
 
+TEST_F(Keys, CodeThatLostItsOnlyBindingDoesNotFireTheSharedList) {
+    run("addexectfunckey(0, 4, \"one\"); addexectfunckey(0, 260, \"two\");"
+        "deletefunckey(4, \"one\"); deletefunckey(260, \"two\");"
+        "addexectfunckey(0, 4, \"one\");");
+    EXPECT_EQ(0, gKeyHasBindings[260]);
+    hold(260);
+    EXPECT_EQ("", keyEvent());
+    hold(4);
+    EXPECT_EQ("1", keyEvent());
+}
+
 TEST_F(Keys, RemovalThroughACodeWithoutFlagDoesNothing) {
     run("addexectfunckey(0, 260, \"one\"); deletefunckey(4, \"one\");"
         "changefunckey(4, \"one\", \"two\");");

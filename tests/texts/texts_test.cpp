@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "support/engine_test.h"
+#include "support/sdl_calls.h"
 #include "texts/fonts.h"
 #include "texts/game_texts.h"
 
@@ -116,10 +117,13 @@ TEST_F(Texts, FontSizesOfAllKindsNeverCrash) {
 }
 
 TEST_F(Texts, FontChangedAThousandTimesLeavesOneOpen) {
+    recordCalls();
     runStatements(
         "createtext(\"Hello\", 0, 0, 100, 20);"
         "for (a = 0; a < 1000; a = a + 1) { changeallfont(\"arial.ttf\", 10 + a % 9); }");
     composeFrame();
+    EXPECT_EQ(1000u, countCalls("TTF_OpenFont"));
+    EXPECT_EQ(1000u, countCalls("TTF_CloseFont")) << "the one open before them is closed too";
     EXPECT_NE(nullptr, gGameTexts.at(0).surface);
 }
 
@@ -135,6 +139,17 @@ TEST_F(Texts, EachFrameRendersAfresh) {
     runStatements("createtext(\"Hello, hello\", 0, 0, 100, 20);");
     composeFrame();
     EXPECT_GT(gGameTexts.at(0).surface->w, width);
+}
+
+TEST_F(Texts, TextIsRenderedSolidInTheColourOfItsFrame) {
+    runStatements("createtext(\"Hello\", 0, 0, 100, 20);");
+    recordCalls();
+    composeFrame();
+    setTextColour(255, 7, 0);
+    composeFrame();
+    EXPECT_EQ(1u, countCalls("TTF_RenderUTF8_Solid(Hello, 100, 100, 100, 0)"));
+    EXPECT_EQ(1u, countCalls("TTF_RenderUTF8_Solid(Hello, 255, 7, 0, 0)"));
+    EXPECT_EQ(2u, countCalls("SDL_RenderCopy(whole, 0, 0, 100, 20)"));
 }
 
 TEST_F(Texts, HiddenTextMakesNoSurfaceAndNoTexture) {
@@ -348,4 +363,9 @@ TEST_F(Texts, OnlyTheGettersWaitForTheClosingParenthesis) {
     EXPECT_EQ(7, gGameTexts.at(3).rect.h);
     runStatements("hidetext(3, 0;");
     EXPECT_FALSE(gGameTexts.at(3).hidden);
+    runStatements("createtext(\"Hello\", 1, 2, 3, 4;");
+    EXPECT_EQ("Hello", gGameTexts.at(0).text);
+    runStatements("deletetext(3;");
+    EXPECT_TRUE(gGameTexts.at(3).hidden) << "number 0: key 0 is erased";
+    EXPECT_EQ(1u, gGameTexts.size());
 }

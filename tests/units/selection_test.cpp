@@ -146,6 +146,15 @@ TEST_F(Selection, FrameIsShownWhileTheButtonIsHeld) {
     EXPECT_FALSE(isVisible(selectionFrame()));
 }
 
+TEST_F(Selection, MotionWithTheButtonShowsTheFrameAgain) {
+    pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 50, 60);
+    drain();
+    setVisible(selectionFrame(), false);
+    pushMotion(150, 100);
+    drain();
+    EXPECT_TRUE(isVisible(selectionFrame()));
+}
+
 // Hover ---------------------------------------------------------------------------------------
 
 TEST_F(Selection, MotionWithoutTheButtonNotesTheUnitUnderThePointer) {

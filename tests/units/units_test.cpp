@@ -5,6 +5,7 @@
 #include <climits>
 
 #include "support/engine_test.h"
+#include "support/sdl_calls.h"
 #include "units/unit_movement.h"
 
 class Units : public EngineTest {};
@@ -59,6 +60,15 @@ TEST_F(Units, UnitIsDrawnFifteenByFifteenWhateverItsPicture) {
     EXPECT_EQ(kWhite, framePixel(107, 48));
 }
 
+TEST_F(Units, PictureIsFirstCopiedToTheOriginInItsOwnSize) {
+    recordCalls();
+    runStatements("createunit(0, 100, 50);");
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy(whole, 0, 0, 20, 30)"));
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy"));
+    drawUnits();
+    EXPECT_EQ(1u, countCalls("SDL_RenderCopy(whole, 100, 50, 15, 15)"));
+}
+
 TEST_F(Units, UnitsShareNoTexture) {
     runStatements("createunit(0, 1, 1); createunit(0, 2, 2);");
     EXPECT_NE(nullptr, gUnits.at(0).image.texture);
@@ -104,6 +114,24 @@ TEST_F(Units, CreationMayReachAnImplicitUnitAndOverwritesIt) {
     EXPECT_EQ(2u, gUnits.size());
     EXPECT_EQ(200, gUnits.at(1).rect.x);
     EXPECT_TRUE(gUnits.at(1).image.visible);
+}
+
+TEST_F(Units, UnitTakesAllStatsOfItsType) {
+    UnitType& type = gUnitTypes.at(0);
+    type.statA = 1;
+    type.statB = 2;
+    type.statC = 3;
+    type.statD = 4;
+    type.statE = 5;
+    runStatements("createunit(0, 0, 0);");
+    const Unit& unit = gUnits.at(0);
+    EXPECT_EQ(1, unit.statA);
+    EXPECT_EQ(1, unit.statA2);
+    EXPECT_EQ(2, unit.statB);
+    EXPECT_EQ(2, unit.statB2);
+    EXPECT_EQ(3, unit.statC);
+    EXPECT_EQ(4, unit.statD);
+    EXPECT_EQ(0, unit.statE) << "the type keeps it for itself";
 }
 
 TEST_F(Units, TypeIndexOutsideTheListIsClamped) {
@@ -276,6 +304,11 @@ TEST_F(UnitMovement, HeadingCountsWithTheShortPi) {
     EXPECT_EQ(0.0F, headingTo(7, 7, 7, 7));
 }
 
+TEST_F(UnitMovement, HeadingOfDifferencesThatWrap) {
+    EXPECT_NEAR(360 - 45.0228, headingTo(INT_MIN, INT_MAX, INT_MAX, INT_MIN), 0.0001);
+    EXPECT_NEAR(135.0685, headingTo(INT_MAX, INT_MIN, INT_MIN, INT_MAX), 0.0001);
+}
+
 TEST_F(UnitMovement, DistanceIsCutToWholePixels) {
     EXPECT_EQ(11, distanceTo(100, 100, 110, 105));
     EXPECT_EQ(15, distanceTo(100, 100, 115, 100));
@@ -288,7 +321,7 @@ TEST_F(UnitMovement, OverflowOfTheSumWrapsAndNegativeCountsAsZero) {
     EXPECT_EQ(0, distanceTo(0, 0, 65536, 0)) << "65536 squared wraps to 0";
     EXPECT_EQ(0, distanceTo(0, 0, 46341, 0)) << "46341 squared wraps below 0";
     EXPECT_EQ(46340, distanceTo(0, 0, 46340, 0));
-    EXPECT_EQ(1, distanceTo(0, 0, 65537, 0) / 362) << "65537 squared wraps to 131073";
-    distanceTo(INT_MIN, INT_MAX, INT_MAX, INT_MIN);
-    distanceTo(INT_MAX, INT_MIN, INT_MIN, INT_MAX);
+    EXPECT_EQ(362, distanceTo(0, 0, 65537, 0)) << "65537 squared wraps to 131073";
+    EXPECT_EQ(1, distanceTo(INT_MIN, INT_MAX, INT_MAX, INT_MIN)) << "the differences wrap to 1";
+    EXPECT_EQ(1, distanceTo(INT_MAX, INT_MIN, INT_MIN, INT_MAX));
 }
