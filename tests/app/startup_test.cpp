@@ -1,6 +1,7 @@
 #include <SDL_ttf.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 
 #include "images/images.h"
@@ -143,14 +144,25 @@ TEST_F(Running, CloseQuitsTheLibrariesAndASecondOneDoesNothing) {
     EXPECT_NE(nullptr, gRenderer);
 }
 
+// Seconds that a frame takes.
+static double secondsOfAFrame() {
+    const auto before = std::chrono::steady_clock::now();
+    drawFrame();
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - before;
+    return passed.count();
+}
+
+// The first frames may wait longer where other processes want the processor too.
 TEST_F(Running, FramesAfterTheCloseOnlyWait) {
     closeEngine();
-    const auto before = std::chrono::steady_clock::now();
-    for (int i = 0; i < 5; i++)
-        drawFrame();
-    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - before;
-    EXPECT_GE(passed.count(), 5 * 0.010);
-    EXPECT_LT(passed.count(), 5 * 0.2);
+    double shortest = 60, all = 0;
+    for (int i = 0; i < 5 || (shortest > 0.2 && all < 60); i++) {
+        const double seconds = secondsOfAFrame();
+        shortest = std::min(shortest, seconds);
+        all += seconds;
+    }
+    EXPECT_GE(shortest, 0.010);
+    EXPECT_LE(shortest, 0.2);
 }
 
 TEST_F(Running, EventsAfterTheCloseAreNone) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <random>
 
 #include "check/builtins.h"
@@ -324,12 +324,11 @@ TEST(Speed, AFullScriptTakesLessThanTenMilliseconds) {
     script += "}\r\n";
     double best = 1000;
     for (int i = 0; i < 20; i++) {
-        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t start = std::clock();  // processor time: others may be busy too
         const bool nothing = checkScript("script.txt", script, false).findings.empty();
-        const std::chrono::duration<double, std::milli> time =
-            std::chrono::steady_clock::now() - start;
+        const double passed = static_cast<double>(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
         EXPECT_TRUE(nothing);
-        best = std::min(best, time.count());
+        best = std::min(best, passed);
     }
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     EXPECT_LT(best, 10) << "milliseconds for " << script.size() << " bytes";
