@@ -188,6 +188,12 @@ class Player:
         self.top = int(values["Absolute upper-left Y"])
         return int(values["Width"]), int(values["Height"])
 
+    def pass_by(self):
+        """Waits until the engine has done all that follows from what was done with mouse and keys,
+        and a whole pass of the main loop, up to the picture, has begun and ended afterwards."""
+        for _ in range(4):  # a pass may read its events twice
+            self.settle()
+
     def close(self):
         """Ends what was started, the last first."""
         if self.pings:

@@ -116,12 +116,6 @@ class LevelPlayer(player.Player):
         self.release(key)
         self.settle()
 
-    def pass_by(self):
-        """Waits until the engine has done all that follows from what was done with mouse and keys,
-        and a whole pass of the main loop, up to the picture, has begun and ended afterwards."""
-        for _ in range(4):  # a pass may read its events twice
-            self.settle()
-
     def is_silent(self):
         """Checks that nothing more was printed up to the end of the pass that has read it all."""
         self.pass_by()
