@@ -6,8 +6,8 @@
 
 Round after round a level is started, worked on with a fast mouse and many keys, and ended in the
 midst of it. Two threads in one script get in each other's way in the default setting, and their
-script errors are only counted. A crash, a report of a sanitizer, a picture that is not loaded though
-the engine is open, a wrong exit status and a hang are failures.
+script errors are only counted. A crash, a report of a sanitizer, a picture reported as not loaded, a
+wrong exit status and a hang are failures.
 """
 
 import argparse
@@ -130,7 +130,7 @@ class Pressed(LevelPlayer):
         return -signal.SIGTERM
 
     def press_until_heeded(self, key):
-        """In the default setting the other thread can spoil what a key calls: pressed again then."""
+        """Two threads can spoil what a key calls in the default setting: pressed again then."""
         end = time.monotonic() + PATIENCE
         while time.monotonic() < end and not self.is_closed():
             self.hold(key)

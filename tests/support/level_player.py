@@ -26,7 +26,7 @@ from pathlib import Path
 TESTS = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(TESTS / "games"))
 import player  # noqa: E402
-from process import PATIENCE  # noqa: E402
+from process import PATIENCE, until  # noqa: E402
 
 FONT = "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf"
 WHITE, GREY = (255, 255, 255), (100, 100, 100)
@@ -119,7 +119,7 @@ class LevelPlayer(player.Player):
     def is_silent(self):
         """Checks that nothing more was printed up to the end of the pass that has read it all."""
         self.pass_by()
-        player.until(lambda: self.check_silence(), PATIENCE, "the output")
+        until(self.check_silence, "the output")
 
     def check_silence(self):
         """True once everything printed has been read; a failure if something was not expected."""

@@ -30,7 +30,8 @@ class ClientMessage(ctypes.Structure):
     ]
 
 
-gErrors = []  # of Xlib, which would end the process: the only one to expect is a window that is gone
+# What Xlib complains of, which would otherwise end the process: a window that is gone.
+gErrors = []
 
 
 @ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)

@@ -40,7 +40,7 @@ def catches(process, signal):
 def wait_until_uncaught(process, signal):
     """Waits until the next signal of this kind ends the process: the engine gives a signal back
     once it has come, and when it closes. Two signals sent at once would be one."""
-    until(lambda: has_ended(process) or not catches(process, signal), f"{signal!r} to be given back")
+    until(lambda: has_ended(process) or not catches(process, signal), f"{signal!r} given back")
 
 
 def switches(process):
@@ -51,8 +51,8 @@ def switches(process):
 
 
 def check_lives_on(process):
-    """Checks that the process goes on. Its main loop waits in every pass, so that it has to be given
-    a processor again: a number of times shows passes, however long each takes."""
+    """Checks that the process goes on. Its main loop waits in every pass, and is given a processor
+    again: a number of times shows passes, however long each takes."""
     enough = switches(process) + 30
     until(lambda: has_ended(process) or switches(process) > enough, "passes of the main loop")
     assert not has_ended(process), f"the process ended with status {process.returncode}"
