@@ -129,10 +129,13 @@ class Display:
 
     def wait_for_window(self, engine):
         """Waits until the engine's window is shown and reads keys and mouse."""
-        engine.wait_for(lambda: self.find_window() or engine.ended())
-        self.window = self.find_window()
         self.tool("mousemove", "320", "240")
-        self.settle()
+        engine.wait_for(self.is_ready)
+
+    def is_ready(self):
+        """Whether the window is there to stay: a first one is gone before it reads an event."""
+        self.window = self.find_window()
+        return self.window and self.pings.wait_for(self.window)
 
     def find_window(self):
         """The number of the engine's window, or 0."""

@@ -137,11 +137,19 @@ class Player:
         )
         self.listener = threading.Thread(target=self.listen, daemon=True)
         self.listener.start()
-        self.window = until(self.find_window, PATIENCE, "the window")
-        until(self.has_focus, PATIENCE, "the window to have the keys")
         self.left, self.top = -1, -1
-        until(self.is_settled, PATIENCE, "the window to stand still")
-        self.settle()  # it has read that it has the keys, and where it is
+        until(self.is_ready, PATIENCE, "the window to have the keys and to stand still")
+
+    def is_ready(self):
+        """Whether the window is there to stay. SDL makes it, and once more for the renderer: the
+        first one can be found, but is gone before it reads an event."""
+        self.window = self.find_window()
+        if not self.window:
+            return False
+        try:
+            return self.has_focus() and self.is_settled() and self.settle()
+        except subprocess.CalledProcessError:  # it went away while it was looked at
+            return False
 
     def find_window(self):
         """The game's window, or nothing while there is none. Searching can trip over a window that
@@ -177,8 +185,9 @@ class Player:
         return b"Normal" in state and before == (self.left, self.top)
 
     def settle(self):
-        """Waits until the engine has read all that was done so far with mouse and keys."""
-        self.pings.wait_for(int(self.window))
+        """Waits until the engine has read all that was done so far with mouse and keys. False if its
+        window is gone."""
+        return self.pings.wait_for(int(self.window))
 
     def find_corner(self):
         """Notes where on the screen the window's pixel 0, 0 is; returns its width and height."""

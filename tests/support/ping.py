@@ -62,7 +62,7 @@ class Pings:
         self.x.XCloseDisplay(self.display)
 
     def wait_for(self, window):
-        """Waits until the window has read all events that were sent before, or is gone."""
+        """Waits until the window has read all events that were sent before. False if it is gone."""
         self.number += 1
         gErrors.clear()
         end = time.monotonic() + PATIENCE
@@ -70,8 +70,10 @@ class Pings:
             self.send(window)
             again = time.monotonic() + AGAIN
             while time.monotonic() < again:
-                if self.has_answer() or gErrors:
-                    return
+                if self.has_answer():
+                    return True
+                if gErrors:
+                    return False
                 select.select([self.x.XConnectionNumber(self.display)], [], [], AGAIN)
         raise AssertionError(f"the window did not read its events within {PATIENCE} s")
 
