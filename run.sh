@@ -7,6 +7,7 @@ source tools/packages.sh
 source tools/virtual_display.sh
 
 kPlaySeconds=5  # how long a game is played where nobody can see it
+kQuitSeconds=60 # how long it may take to quit, on a busy machine, before it is ended
 kScreenshot=build/screenshot.png
 
 gGame=""
@@ -150,11 +151,8 @@ startGame() {
 stopGame() {
     if [[ -z "$gGamePid" ]]; then return; fi
     kill -TERM "$gGamePid" 2>/dev/null || true
-    local tries
-    for ((tries = 0; tries < 20; tries++)); do
-        if ! kill -0 "$gGamePid" 2>/dev/null; then break; fi
-        sleep 0.1
-    done
+    local end=$((SECONDS + kQuitSeconds))
+    while ((SECONDS < end)) && kill -0 "$gGamePid" 2>/dev/null; do sleep 0.1; done
     kill -KILL "$gGamePid" 2>/dev/null || true
     gGamePid=""
 }
@@ -166,8 +164,8 @@ tidyUp() {
 
 # Waits for up to kPlaySeconds. Returns false, as soon as it happens, if the game ends by itself.
 watchGame() {
-    local tenths
-    for ((tenths = 0; tenths < kPlaySeconds * 10; tenths++)); do
+    local end=$((SECONDS + kPlaySeconds))
+    while ((SECONDS < end)); do
         if ! kill -0 "$gGamePid" 2>/dev/null; then return 1; fi
         sleep 0.1
     done

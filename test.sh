@@ -54,11 +54,8 @@ runTests() {
 }
 
 # runPlays PRESET [OPTION...]: what needs a real window, one after the other; the options are for ctest.
-# A play keeps to the real clock, and a machine that stalls for a second can spoil it: it may be played
-# once more.
 runPlays() {
-    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -L play \
-        --repeat until-pass:2 "${@:2}"
+    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -L play "${@:2}"
 }
 
 # Running the table --------------------------------------------------------------------------------

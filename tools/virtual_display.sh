@@ -15,7 +15,7 @@ startVirtualDisplay() {
     exec {displayPipe}< <(exec Xvfb -displayfd 1 -screen 0 640x480x24 -nolisten tcp -noreset \
         2>"$gVirtualDisplayLog")
     gVirtualDisplayPid=$!
-    if ! read -r -t 20 -u "$displayPipe" number; then
+    if ! read -r -t 120 -u "$displayPipe" number; then
         echo "The virtual display did not start:" >&2
         cat "$gVirtualDisplayLog" >&2
         return 1

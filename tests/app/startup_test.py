@@ -10,12 +10,12 @@ import signal
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 from level_player import write_level  # noqa: E402
+from process import PATIENCE, check_lives_on, wait_until_uncaught  # noqa: E402
 
 # Ends may take their time: without a screen nothing holds the frames back, and the renderer ends
 # those that wait.
@@ -41,7 +41,7 @@ class EngineProcess(unittest.TestCase):
     def check(self, output, status=0, **environment):
         """Runs the engine to its end; `output` is a pattern for all that it prints."""
         process = self.start(**environment)
-        out, err = process.communicate(timeout=60)
+        out, err = process.communicate(timeout=PATIENCE)
         self.assertRegex(out, b"\\A" + output + b"\\Z")
         self.assertEqual(err, b"")
         self.assertEqual(process.returncode, status)
@@ -122,7 +122,7 @@ class StartUp(EngineProcess):
 
     def test_arguments_are_not_looked_at(self):
         process = subprocess.run(
-            [ENGINE, "--help", "other.txt"], cwd=self.folder, capture_output=True, timeout=30,
+            [ENGINE, "--help", "other.txt"], cwd=self.folder, capture_output=True, timeout=PATIENCE,
             env={**os.environ, "SDL_VIDEODRIVER": "offscreen"}, check=False,
         )
         self.assertEqual((process.returncode, process.stdout), (0, b"up\n"))
@@ -138,18 +138,6 @@ class End(EngineProcess):
             seen += part
         self.assertEqual(seen, wanted)
 
-    def wait_until_uncaught(self, process, stop):
-        """Until the engine, which closes on another thread than the script's, has given the signal
-        back: before that it would only ask an event loop that is gone to quit."""
-        bit = 1 << (stop - 1)
-        until = time.monotonic() + 60
-        while time.monotonic() < until:
-            status = Path(f"/proc/{process.pid}/status").read_text()
-            if int(status.split("SigCgt:")[1].split()[0], 16) & bit == 0:
-                return
-            time.sleep(0.05)
-        self.fail("the signal is still caught")
-
     def check_stopped(self, script, wanted, stop, status, **environment):
         write_level(self.folder, script)
         process = self.start(**environment)
@@ -157,12 +145,13 @@ class End(EngineProcess):
         self.addCleanup(process.stderr.close)
         self.addCleanup(process.kill)
         self.output_until(process, wanted)
-        time.sleep(0.4)
-        self.assertIsNone(process.poll(), "it lives on")
         if status < 0:
-            self.wait_until_uncaught(process, stop)
+            # It closes on another thread than the script's: before it has, the signal would only
+            # ask an event loop that is gone to quit.
+            wait_until_uncaught(process, stop)
+        check_lives_on(process)
         process.send_signal(stop)
-        self.assertEqual(process.wait(60), status)
+        self.assertEqual(process.wait(PATIENCE), status)
         self.assertEqual((process.stdout.read(), process.stderr.read()), (b"", b""))
 
     def test_interrupt_ends_the_loop(self):
@@ -223,11 +212,15 @@ class End(EngineProcess):
         write_level(self.folder, "int main() { nothing = 1; }")
         process = self.start()
         self.addCleanup(process.kill)
-        time.sleep(1)
-        self.assertIsNone(process.poll())
+        seen = b""
+        while not seen.endswith(b"Error buffer long jump"):
+            part = os.read(process.stdout.fileno(), 65536)
+            self.assertTrue(part, f"the process ended: {seen}")
+            seen += part
+        check_lives_on(process)
         process.send_signal(signal.SIGINT)
-        out, err = process.communicate(timeout=60)
-        self.assertRegex(out, rb"\A\nNone variable in line 0\n.*Error buffer long jump\Z")
+        out, err = process.communicate(timeout=PATIENCE)
+        self.assertRegex(seen + out, rb"\A\nNone variable in line 0\n.*Error buffer long jump\Z")
         self.assertEqual((process.returncode, err), (0, b""))
 
     def test_unknown_timer_function_ends_the_process_with_status_1(self):

@@ -151,12 +151,14 @@ INSTANTIATE_TEST_SUITE_P(Ticks, RealTime, testing::Values("", "main"), [](const 
     return std::string(setting.param).empty() ? "Default" : "Main";
 });
 
-// Passes of the main loop while `goesOn`, but for half a minute at most. Returns what was printed;
-// it is caught in one piece, for a timer thread may print at any moment.
+constexpr uint64_t kPatienceMs = 120000;  // exists only so that a hang ends
+
+// Passes of the main loop while `goesOn`. Returns what was printed; it is caught in one piece, for a
+// timer thread may print at any moment.
 static std::string playWhile(const std::function<bool()>& goesOn) {
     testing::internal::CaptureStdout();
     startTicks();
-    const uint64_t end = SDL_GetTicks64() + 30000;
+    const uint64_t end = SDL_GetTicks64() + kPatienceMs;
     while (goesOn() && SDL_GetTicks64() < end) {
         drainEvents();
         runDueTicks(SDL_GetTicks64());
@@ -166,39 +168,34 @@ static std::string playWhile(const std::function<bool()>& goesOn) {
     return testing::internal::GetCapturedStdout();
 }
 
-static std::string play(uint32_t ms) {
-    const uint64_t end = SDL_GetTicks64() + ms;
-    return playWhile([end] { return SDL_GetTicks64() < end; });
-}
-
-// Measured rates depend on the machine's load: they are reported, and bounded only roughly.
-TEST_P(RealTime, TimersKeepAboutTheirPace) {
+// No tick comes early, and all timers count the same ticks. How late ticks may be depends on the
+// machine's load: the rate is only reported.
+TEST_P(RealTime, TimersKeepTheirPaceToEachOther) {
     runLevel(
         "int a, b, c;\n"
-        "int every() { a = a + 1; } int ten() { b = b + 1; } int hundred() { c = c + 1; }\n"
-        "int show() { print(a); print(\" \"); print(b); print(\" \"); print(c); }\n"
+        "int every() { a = a + 1; if (a == 1000) { show(); } }\n"
+        "int ten() { b = b + 1; } int hundred() { c = c + 1; }\n"
+        "int show() { print(b); print(\" \"); print(c);"
+        "deletetimer(0); deletetimer(1); deletetimer(2); }\n"
         "int main() { createtimer(0, 0, \"every\"); createtimer(0, 100, \"ten\");"
         "createtimer(0, 1000, \"hundred\"); }");
     const uint64_t start = SDL_GetTicks64();
-    play(1000);
+    const std::string counts = playWhile([] { return !gTimers.empty(); });
     const double seconds = static_cast<double>(SDL_GetTicks64() - start) / 1000;
-    gTimers.at(0).paused = true;
-    int every = 0, ten = 0, hundred = 0;
-    const std::string counts = outputOfCall("show");
-    ASSERT_EQ(3, std::sscanf(counts.c_str(), "%d \n %d \n %d", &every, &ten, &hundred)) << counts;
-    std::printf("Firings a second: interval 0: %.0f, 100: %.1f, 1000: %.1f\n", every / seconds,
-                ten / seconds, hundred / seconds);
-    EXPECT_GT(every, 150 * seconds);
-    EXPECT_LE(every, 1010 * seconds);
-    EXPECT_NEAR(every / 10, ten, 3);
-    EXPECT_NEAR(every / 100, hundred, 2);
+    int ten = 0, hundred = 0;
+    ASSERT_EQ(2, std::sscanf(counts.c_str(), "%d \n %d", &ten, &hundred)) << counts;
+    std::printf("Ticks a second: %.0f\n", 1000 / seconds);
+    EXPECT_LE(1000, 1010 * seconds);
+    EXPECT_NEAR(100, ten, 3);
+    EXPECT_NEAR(10, hundred, 2);
 }
 
 TEST_P(RealTime, ErrorsOfTimerFunctionsDoNotStopTheTicks) {
     runLevel(
-        "int bad() { int x; nothing = 1; } int good() { print(7); }\n"
+        "int n; int bad() { int x; nothing = 1; }\n"
+        "int good() { print(7); n = n + 1; if (n == 3) { deletetimer(0); deletetimer(1); } }\n"
         "int main() { createtimer(0, 0, \"bad\"); createtimer(0, 0, \"good\"); }");
-    const std::string output = play(300);
+    const std::string output = playWhile([] { return !gTimers.empty(); });
     closeEngine();
     EXPECT_EQ(0u, output.find("\nNone variable in line 0\n")) << output.substr(0, 200);
     EXPECT_NE(std::string::npos, output.find("Error buffer long jump7\nNone variable"));
@@ -217,7 +214,7 @@ TEST_P(RealTime, ThousandPicturesLoadedByATimerAreAllDrawn) {
         "int main() { createtimer(0, 0, \"load\"); }");
     startTicks();
     testing::internal::CaptureStdout();
-    const uint64_t end = SDL_GetTicks64() + 30000;
+    const uint64_t end = SDL_GetTicks64() + kPatienceMs;
     while (SDL_GetTicks64() < end && (gImages.size() < 1000 || !isVisible(gImages.back()))) {
         // A loading timer thread gets one texture at each look into the queue, and frames are slow.
         for (int i = 0; i < 2000; i++)

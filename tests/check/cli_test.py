@@ -39,7 +39,7 @@ class CommandLine(unittest.TestCase):
 
     def run_check(self, *arguments):
         return subprocess.run([ZELCHECK, *arguments], cwd=self.folder.name, capture_output=True,
-                              timeout=20, check=False)
+                              timeout=120, check=False)
 
     def status(self, *arguments):
         return self.run_check(*arguments).returncode
@@ -118,7 +118,7 @@ class CommandLine(unittest.TestCase):
         env.pop("NO_COLOR", None)
         env.update(environment)
         subprocess.run([ZELCHECK, "error.txt"], cwd=self.folder.name, stdout=slave, env=env,
-                       timeout=20, check=False)
+                       timeout=120, check=False)
         os.close(slave)
         out = os.read(master, 65536)
         os.close(master)

@@ -3,12 +3,17 @@
 import os
 import shutil
 import subprocess
+import sys
 import tempfile
 import time
 from dataclasses import dataclass
+from pathlib import Path
 
-PATIENCE = 10.0  # seconds that expected output may take on a busy machine
-SETTLE = 0.2  # seconds in which output that nobody expects would show
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
+from ping import Pings  # noqa: E402
+from process import PATIENCE  # noqa: E402
+
+SETTLE = 0.2  # seconds in which output that nobody expects would show; longer would find no more
 
 
 @dataclass
@@ -105,11 +110,14 @@ class Display:
         os.close(write_end)
         with os.fdopen(read_end) as pipe:
             self.name = ":" + pipe.readline().strip()
+        self.pings = Pings(self.name)
+        self.window = 0
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
+        self.pings.close()
         self.server.terminate()
         self.server.wait()
 
@@ -120,26 +128,41 @@ class Display:
         )
 
     def wait_for_window(self, engine):
-        """Waits until the engine's window is shown and a few frames have been drawn."""
-        engine.wait_for(lambda: self.tool("search", "--onlyvisible", "--name", "^Zel").stdout)
+        """Waits until the engine's window is shown and reads keys and mouse."""
         self.tool("mousemove", "320", "240")
-        time.sleep(0.4)
+        engine.wait_for(self.is_ready)
 
-    def play(self, actions):
-        """Does actions such as "key Left", "mousemove 10 20", "click 1" and "sleep 0.2"."""
+    def is_ready(self):
+        """Whether the window is there to stay: a first one is gone before it reads an event."""
+        self.window = self.find_window()
+        return self.window and self.pings.wait_for(self.window)
+
+    def find_window(self):
+        """The number of the engine's window, or 0."""
+        found = self.tool("search", "--onlyvisible", "--name", "^Zel").stdout.split()
+        return int(found[0]) if found else 0
+
+    def settle(self):
+        """Waits until the engine has read all that was done with keys and mouse, or has ended."""
+        if self.window:
+            self.pings.wait_for(self.window)
+
+    def play(self, actions, engine):
+        """Does actions such as "key Left", "mousemove 10 20" and "click 1", each after the engine
+        has read the one before; "wait Ready" waits until it has printed this."""
         for action in actions:
-            words = action.split()
-            if words[0] == "sleep":
-                time.sleep(float(words[1]))
-            elif words[0] == "key":
-                self.press(words[1])
+            name, *rest = action.split(" ", 1)
+            if name == "wait":
+                engine.wait_for(lambda text=rest[0]: text in engine.out())
+            elif name == "key":
+                self.press(rest[0])
             else:
-                self.tool(*words)
-                time.sleep(0.05)
+                self.tool(*action.split())
+                self.settle()
 
     def press(self, key):
-        """A key held as long as a player's finger holds it, which is longer than a frame."""
+        """A key held until the engine has read that it is down: it fires what is held then."""
         self.tool("keydown", key)
-        time.sleep(0.25)
+        self.settle()
         self.tool("keyup", key)
-        time.sleep(0.15)
+        self.settle()

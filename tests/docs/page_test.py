@@ -39,7 +39,7 @@ def run(example, setup, display=None):
         engine = Engine(setup.zel, folder, name, example.marks.get("types", ""))
         if display:
             display.wait_for_window(engine)
-            display.play(example.marks["input"].split(", "))
+            display.play(example.marks["input"].split(", "), engine)
         engine.wait_for(
             lambda: len(comparable(engine.out())) >= len(comparable(example.out))
             and example.err.strip() in engine.err()

@@ -79,7 +79,7 @@ def run(step, setup, display=None):
         engine = Engine(setup.zel, folder, display.name if display else None)
         if display:
             display.wait_for_window(engine)
-            display.play(step.actions)
+            display.play(step.actions, engine)
         started = time.monotonic()
         engine.wait_for(lambda: len(comparable(engine.out())) >= len(comparable(step.out)))
         engine.wait_for(lambda: time.monotonic() - started > SECONDS)

@@ -10,6 +10,7 @@ BEDS = [122 + 68 * number for number in range(5)]
 PURPLE, ORANGE, YELLOW = (0x7A, 0x44, 0x8E), (0xE2, 0x82, 0x3B), (0xF6, 0xD3, 0x5B)
 GREEN = (200, 435, 520, 478)  # where all peons stand at first: a frame around them
 CLOCK = (200, 12, 40, 30)
+TRYING = 600  # seconds that one may take to win, on a machine that has little time for the player
 DANGER = 6.5  # seconds from a bed's last warning until its boar is through
 
 
@@ -43,11 +44,11 @@ def begin(game, key):
     game.expect("Selected=6")
 
 
-def win(game):
-    begin(game, "1")
+def harvest(game):
+    """Sends the peons to what is ripe and safe until the game ends, be it won or lost."""
     warned = dict.fromkeys(BEDS, -DANGER)
     goal = None
-    for _ in range(400):
+    while not (game.has_heard("WON") or game.has_heard("LOST")):
         picture, now = game.picture(), time.monotonic()
         warned.update((y, now) for y in warned_beds(picture))
         safe = [crop for crop in crops(picture) if now - warned[crop[2]] > DANGER]
@@ -55,24 +56,35 @@ def win(game):
             goal = safe[0] if safe else None
             x, y = goal[1:] if goal else (320, 458)
             game.click(x, y, button=3)
-        if game.has_heard("WON"):
-            break
-    game.expect("WON", 1)
-    assert not game.has_heard("LOST")
-    game.see(lambda picture: picture.at(170, 212) == (0xF7, 0xF3, 0xE6), 2, "the note")
+
+
+def win(game):
+    """Who is too slow for it, on a busy machine, tries again."""
+    begin(game, "1")
+    harvest(game)
+    end = time.monotonic() + TRYING
+    while not game.has_heard("WON") and time.monotonic() < end:
+        game.expect("LOST")
+        game.press("r")
+        game.expect("START")
+        game.drag(*GREEN)
+        game.expect("Selected=6")
+        harvest(game)
+    game.expect("WON")
+    game.see(lambda picture: picture.at(170, 212) == (0xF7, 0xF3, 0xE6), what="the note")
 
 
 def lose(game):
     begin(game, "3")
-    bed = game.see(warned_beds, 8, "a boar's warning")[0]
+    bed = game.see(warned_beds, what="a boar's warning")[0]
     game.click(320, bed, button=3)
-    game.expect("LOST", 12)
+    game.expect("LOST")
     bench = (500, 18, 120, 15)
-    game.see(lambda picture: picture.count(YELLOW, *bench) > 6 * 10, 2, "six peons on the bench")
+    game.see(lambda picture: picture.count(YELLOW, *bench) > 6 * 10, what="six peons on the bench")
     game.press("r")
     game.expect("START")
-    game.see(lambda picture: picture.count(YELLOW, *bench) == 0, 2, "the bench to be empty")
-    game.see(crops, 5, "a crop of the new game")
+    game.see(lambda picture: picture.count(YELLOW, *bench) == 0, what="the bench to be empty")
+    game.see(crops, what="a crop of the new game")
 
 
 def keys(game):
@@ -81,17 +93,18 @@ def keys(game):
     game.press("t")
     assert game.title() == "Zel - Boar Valley", game.title()
     game.press("p")
+    game.pass_by()
     stopped = game.picture().area(*CLOCK)
     time.sleep(1.5)
     assert game.picture().area(*CLOCK) == stopped, "the clock runs in a pause"
     game.press("space")
-    game.see(lambda picture: picture.area(*CLOCK) != stopped, 3, "the clock to run again")
+    game.see(lambda picture: picture.area(*CLOCK) != stopped, what="the clock to run again")
     game.press("f")
-    player.until(lambda: is_full_screen(game), 10, "full screen")
+    player.until(lambda: is_full_screen(game), player.PATIENCE, "full screen")
     game.press("Escape")
-    player.until(lambda: not is_full_screen(game), 10, "the window again")
+    player.until(lambda: not is_full_screen(game), player.PATIENCE, "the window again")
     game.press("q")
-    assert game.game.wait(5) == 0
+    assert game.game.wait(player.PATIENCE) == 0
 
 
 def is_full_screen(game):

@@ -24,6 +24,12 @@ import threading
 import time
 from pathlib import Path
 
+SUPPORT = Path(__file__).resolve().parents[1] / "support"
+sys.path.insert(0, str(SUPPORT))
+import process  # noqa: E402
+from ping import Pings  # noqa: E402
+from process import PATIENCE  # noqa: E402
+
 GAMES = Path(__file__).resolve().parents[2] / "games"
 WIDTH, HEIGHT = 640, 480
 
@@ -76,6 +82,7 @@ class Player:
         self.text = ""  # everything that the game has printed
         self.heard = 0  # how much of it expect() has passed
         self.news = threading.Condition()
+        self.pings = None
 
     def __enter__(self):
         try:
@@ -97,9 +104,9 @@ class Player:
     def start(self, command, **options):
         """Starts a process that ends with the player."""
         options = {"stdin": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **options}
-        process = subprocess.Popen(command, **options)
-        self.processes.append(process)
-        return process
+        started = subprocess.Popen(command, **options)
+        self.processes.append(started)
+        return started
 
     def open_display(self):
         """Starts a display; it picks a free number and tells it once it can be connected to."""
@@ -115,10 +122,12 @@ class Player:
         """Starts the window manager and waits until it manages: a window that opens while it is
         still setting itself up can be overlooked for ever. Its own start-up command tells."""
         tell = "xprop -root -format READY_TO_PLAY 8s -set READY_TO_PLAY yes"
-        command = ["openbox", "--sm-disable", "--startup", tell]
+        config = str(SUPPORT / "openbox.xml")
+        command = ["openbox", "--sm-disable", "--config-file", config, "--startup", tell]
         self.start(command, env=self.environment, stdout=subprocess.DEVNULL)
         check = ["xprop", "-root", "READY_TO_PLAY"]
-        until(lambda: b"yes" in self.run(*check), 20, "the window manager")
+        until(lambda: b"yes" in self.run(*check), PATIENCE, "the window manager")
+        self.pings = Pings(self.environment["DISPLAY"])
 
     def start_game(self):
         """Starts the game, keeps its output and waits for its window to be where it stays."""
@@ -126,11 +135,21 @@ class Player:
             self.command, cwd=self.folder, env=self.environment,
             stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
         )
-        threading.Thread(target=self.listen, daemon=True).start()
-        self.window = until(self.find_window, 20, "the window")
-        until(self.has_focus, 10, "the window to have the keys")
+        self.listener = threading.Thread(target=self.listen, daemon=True)
+        self.listener.start()
         self.left, self.top = -1, -1
-        until(self.is_settled, 5, "the window to stand still")
+        until(self.is_ready, PATIENCE, "the window to have the keys and to stand still")
+
+    def is_ready(self):
+        """Whether the window is there to stay. SDL makes it, and once more for the renderer: the
+        first one can be found, but is gone before it reads an event."""
+        self.window = self.find_window()
+        if not self.window:
+            return False
+        try:
+            return self.has_focus() and self.is_settled() and self.settle()
+        except subprocess.CalledProcessError:  # it went away while it was looked at
+            return False
 
     def find_window(self):
         """The game's window, or nothing while there is none. Searching can trip over a window that
@@ -139,7 +158,7 @@ class Player:
         if self.game.poll() is not None:
             raise AssertionError(f"the game ended with status {self.game.returncode}:\n{self.text}")
         found = subprocess.run(
-            [*find, "--name", "^Zel"], env=self.environment, timeout=20,
+            [*find, "--name", "^Zel"], env=self.environment, timeout=PATIENCE,
             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
         ).stdout.split()
         return found[0].decode() if found else None
@@ -147,22 +166,28 @@ class Player:
     def has_focus(self):
         """Whether keys go to the window; asks for it if not."""
         focus = subprocess.run(
-            ["xdotool", "getwindowfocus"], env=self.environment, timeout=20,
+            ["xdotool", "getwindowfocus"], env=self.environment, timeout=PATIENCE,
             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
         ).stdout.decode().strip()
         if focus != self.window:
             # A window that the window manager is just putting into its frame refuses: asked again.
             subprocess.run(
-                ["xdotool", "windowfocus", self.window], env=self.environment, timeout=20,
+                ["xdotool", "windowfocus", self.window], env=self.environment, timeout=PATIENCE,
                 stderr=subprocess.DEVNULL,
             )
         return focus == self.window
 
     def is_settled(self):
-        """Whether the window is where it was when asked last."""
+        """Whether the window is in its frame, and where it was when asked last."""
         before = (self.left, self.top)
         self.find_corner()
-        return before == (self.left, self.top)
+        state = self.run("xprop", "-id", self.window, "WM_STATE")  # set once the frame is in place
+        return b"Normal" in state and before == (self.left, self.top)
+
+    def settle(self):
+        """Waits until the engine has read all that was done so far with mouse and keys. False if its
+        window is gone."""
+        return self.pings.wait_for(int(self.window))
 
     def find_corner(self):
         """Notes where on the screen the window's pixel 0, 0 is; returns its width and height."""
@@ -172,16 +197,25 @@ class Player:
         self.top = int(values["Absolute upper-left Y"])
         return int(values["Width"]), int(values["Height"])
 
+    def pass_by(self):
+        """Waits until the engine has done all that follows from what was done with mouse and keys,
+        and a whole pass of the main loop, up to the picture, has begun and ended afterwards."""
+        for _ in range(4):  # a pass may read its events twice
+            self.settle()
+
     def close(self):
         """Ends what was started, the last first."""
-        for process in reversed(self.processes):
-            if process.poll() is None:
-                process.terminate()
+        if self.pings:
+            self.pings.close()
+            self.pings = None
+        for started in reversed(self.processes):
+            if started.poll() is None:
+                started.terminate()
             try:
-                process.wait(3)
+                started.wait(3)
             except subprocess.TimeoutExpired:
-                process.kill()
-                process.wait()
+                started.kill()
+                started.wait()
         self.processes.clear()
 
     # Ears -------------------------------------------------------------------------------------
@@ -193,7 +227,7 @@ class Player:
                 self.text += data.decode(errors="replace")
                 self.news.notify_all()
 
-    def expect(self, text, seconds=10):
+    def expect(self, text, seconds=PATIENCE):
         """Waits until the game prints this, somewhere after what was expected last."""
         with self.news:
             self.news.wait_for(lambda: text in self.text[self.heard :], seconds)
@@ -218,7 +252,7 @@ class Player:
     def run(self, *command, **options):
         """Runs a program on the display to its end."""
         return subprocess.run(
-            command, env=self.environment, check=True, timeout=20, stdout=subprocess.PIPE, **options
+            command, env=self.environment, check=True, timeout=PATIENCE, stdout=subprocess.PIPE, **options
         ).stdout
 
     def xdotool(self, *words):
@@ -248,10 +282,13 @@ class Player:
         self.xdotool(*self.to(x, y), "mousedown", button, *middle, *self.to(to_x, to_y))
 
     def press(self, *keys):
-        """Presses and releases keys, one after the other, each for as long as a quick finger does:
-        the engine fires what is held when it reads the event, so a key must outlast a frame."""
+        """Presses and releases keys, one after the other. The engine fires what is held when it
+        reads an event, so each waits until the one before has been read."""
         for key in keys:
-            self.xdotool("keydown", key, "sleep", "0.25", "keyup", key)
+            self.hold(key)
+            self.settle()
+            self.release(key)
+            self.settle()
 
     def hold(self, key):
         """Presses a key and keeps it down."""
@@ -283,21 +320,14 @@ class Player:
         """The window's place on the screen as ImageMagick writes it."""
         return f"{WIDTH}x{HEIGHT}+{self.left}+{self.top}"
 
-    def see(self, is_so, seconds=10, what="the picture"):
+    def see(self, is_so, seconds=PATIENCE, what="the picture"):
         """Waits until a picture answers is_so(picture) with something true; returns the answer."""
         return until(lambda: is_so(self.picture()), seconds, what)
 
 
 def until(ask, seconds, what):
     """Asks again and again until the answer is true, and returns the answer."""
-    end = time.monotonic() + seconds
-    while True:
-        answer = ask()
-        if answer:
-            return answer
-        if time.monotonic() > end:
-            raise AssertionError(f"waited {seconds} s for {what}")
-        time.sleep(0.03)
+    return process.until(ask, what, seconds)
 
 
 def main(game, *plays):

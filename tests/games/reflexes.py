@@ -86,13 +86,21 @@ class Reflexes:
         self.held = set(keys)
 
     def tap(self, *keys):
-        """Presses and releases keys as slowly as fingers do: what goes down and up again within one
-        frame is up already when the engine looks which keys are held."""
+        """Presses and releases keys, each for as long as the engine takes to read it: what is up
+        again by then fires nothing."""
         for key in keys:
             self.hold_only(key)
-            time.sleep(0.08)
+            self.game.settle()
             self.hold_only()
-            time.sleep(0.04)
+            self.game.settle()
+
+    def tap_until(self, key, text):
+        """Taps a key until the game prints this: some screens wait a moment before they listen."""
+        end = time.monotonic() + player.PATIENCE
+        while not self.game.has_heard(text) and time.monotonic() < end:
+            self.tap(key)
+            self.game.pass_by()
+        self.game.expect(text)
 
     def put_key(self, key, down):
         """Presses or releases a key."""

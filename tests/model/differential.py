@@ -45,7 +45,7 @@ Result = collections.namedtuple("Result", "stdout status stderr")
 class Runner:
     """script_runner: ends by itself after main(). Each thread works in a folder of its own."""
 
-    limit_seconds = 10
+    limit_seconds = 120  # who takes longer hangs, on however slow a machine
 
     def __init__(self, path):
         self.path = os.path.abspath(path)
@@ -97,8 +97,6 @@ class Runner:
 
 class Zel(Runner):
     """The engine itself: it stays in its loop after main() until it is asked to quit."""
-
-    limit_seconds = 60  # a busy machine draws the first frame in seconds
 
     def __init__(self, path, font):
         super().__init__(path)

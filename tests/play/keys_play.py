@@ -65,6 +65,7 @@ def removed_key_is_silent(game):
     game.says("\nready")
     game.tap("d", "\nremoved")
     game.press("a")
+    game.is_silent()
     game.tap("b", "\nkey 5")
     game.tap("c", "\nchanged")
     game.press("a")

@@ -78,10 +78,13 @@ def frame_covers_units(game):
 
 def frame_dragged_back_draws_nothing_and_picks(game):
     game.says("\nready")
-    game.hold_frame(250, 250, 107, 107)
+    game.hold_frame(150, 150, 250, 250)
+    game.colour_becomes(180, 180, MAGENTA)
+    game.move(107, 107)
+    game.colour_becomes(180, 180, WHITE)
     game.is_silent()
     seen = game.picture()
-    assert seen.at(180, 180) == WHITE and seen.at(107, 107) == BLUE
+    assert seen.at(130, 130) == WHITE and seen.at(107, 107) == BLUE
     game.xdotool("mouseup", 1)
     game.says("\nChoosen=1")
     game.drag(120, 120, 90, 90)

@@ -6,7 +6,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import level_player  # noqa: E402
-from level_player import BLUE, GREEN, GREY, MAGENTA, RED, WHITE, player  # noqa: E402
+from level_player import BLUE, GREEN, GREY, MAGENTA, RED, WHITE  # noqa: E402
+from process import until  # noqa: E402
 
 # The block is a character cell full of ink: its middle shows the colour of texts unmixed.
 SCRIPT = """
@@ -112,11 +113,11 @@ def title_changes(game):
     game.says("\nready")
     assert game.title() == "Zel", game.title()
     game.press("e")
-    player.until(lambda: game.title() == "Zel - Level 2", 5, "the title")
+    until(lambda: game.title() == "Zel - Level 2", "the title")
 
 
 def size_becomes(game, width, height):
-    player.until(lambda: game.find_corner() == (width, height), 5, f"{width} by {height}")
+    until(lambda: game.find_corner() == (width, height), f"{width} by {height}")
 
 
 def full_screen_and_back(game):
@@ -133,10 +134,10 @@ def full_screen_and_back(game):
 def video_mode_and_back(game):
     game.says("\nready")
     game.press("h")
-    player.until(lambda: game.find_corner() and (game.left, game.top) == (0, 0), 5, "full screen")
+    until(lambda: game.find_corner() and (game.left, game.top) == (0, 0), "full screen")
     game.press("g")
     size_becomes(game, 640, 480)
-    player.until(lambda: game.find_corner() and game.top > 0, 5, "the window's frame")
+    until(lambda: game.find_corner() and game.top > 0, "the window's frame")
     game.see(lambda seen: seen.at(210, 210) == RED, what="the level in its window")
 
 

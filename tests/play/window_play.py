@@ -2,13 +2,14 @@
 """How a play ends: by the window manager, by Ctrl-C, by the script; for both kinds of ticks."""
 
 import signal
+import subprocess
 import sys
-import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import level_player  # noqa: E402
-from level_player import BLUE, player  # noqa: E402
+from level_player import BLUE  # noqa: E402
+from process import check_lives_on, has_ended, until, wait_until_uncaught  # noqa: E402
 
 SCRIPT = """
 int last() { print("last"); }
@@ -36,7 +37,6 @@ def closed_by_the_window_manager(game):
     game.tap("a", "\nlast")
     game.xdotool("key", "alt+F4")  # the window manager asks the window to close
     game.ends_with(0)
-    game.is_silent()
 
 
 def interrupted(game):
@@ -56,14 +56,14 @@ def hanging_script_ends_at_the_second_interrupt(game):
     game.hold("d")
     game.says("\nhanging")
     game.game.send_signal(signal.SIGINT)
-    time.sleep(0.3)
-    assert game.game.poll() is None, "the first one only asks the loop"
+    wait_until_uncaught(game.game, signal.SIGINT)
+    assert not has_ended(game.game), "the first one only asks the loop"
     game.game.send_signal(signal.SIGINT)
     game.ends_with(-signal.SIGINT)
 
 
 def window_is_gone(game):
-    found = player.subprocess.run(
+    found = subprocess.run(
         ["xwininfo", "-id", game.window], env=game.environment, capture_output=True, check=False
     )
     return found.returncode != 0
@@ -71,10 +71,9 @@ def window_is_gone(game):
 
 def lives_on_until_stopped(game):
     """After exitgame: no window, the process alive and stoppable, nothing more printed."""
-    player.until(lambda: window_is_gone(game), 5, "the window to go")
-    time.sleep(0.5)
-    assert game.game.poll() is None, f"the process ended: {game.game.returncode}"
-    game.is_silent()
+    until(lambda: window_is_gone(game), "the window to go")
+    wait_until_uncaught(game.game, signal.SIGTERM)
+    check_lives_on(game.game)
     game.game.send_signal(signal.SIGTERM)
     game.ends_with(-signal.SIGTERM)
 
@@ -89,7 +88,8 @@ def left_by_a_key(game):
 
 def left_by_a_timer(game):
     game.says("\nready")
-    game.tap("c", "\ntimer\nleft")
+    game.hold("c")
+    game.says("\ntimer\nleft")
     lives_on_until_stopped(game)
 
 

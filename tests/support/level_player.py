@@ -13,15 +13,20 @@ besides its script: red.bmp and green.bmp of 50 by 50 pixels, and a blue unit. T
 is magenta.
 """
 
+import fcntl
+import os
+import select
 import struct
 import sys
 import tempfile
+import termios
 import time
 from pathlib import Path
 
 TESTS = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(TESTS / "games"))
 import player  # noqa: E402
+from process import PATIENCE, until  # noqa: E402
 
 FONT = "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf"
 WHITE, GREY = (255, 255, 255), (100, 100, 100)
@@ -81,28 +86,56 @@ class LevelPlayer(player.Player):
         """Waits until the window shows this colour at a pixel."""
         self.see(lambda seen: seen.at(x, y) == colour, what=f"{colour} at {x}, {y}")
 
+    def listen(self):
+        """Reads what the game prints, as it comes. Whoever holds the lock finds what was printed
+        either in the pipe or in the text."""
+        out = self.game.stdout.fileno()
+        going_on = True
+        while going_on:
+            select.select([out], [], [])
+            with self.news:
+                data = os.read(out, 65536)
+                self.text += data.decode(errors="replace")
+                self.news.notify_all()
+            going_on = bool(data)
+
     def says(self, text):
         """Waits for this as the very next output; anything else before it is a failure."""
-        player.until(lambda: len(self.text) >= self.heard + len(text), 10, f"{text!r}")
-        heard = self.text[self.heard : self.heard + len(text)]
+        with self.news:
+            self.news.wait_for(lambda: len(self.text) >= self.heard + len(text), PATIENCE)
+            heard = self.text[self.heard : self.heard + len(text)]
         assert heard == text, f"heard {heard!r} in place of {text!r}"
         self.heard += len(text)
 
     def tap(self, key, text):
-        """Presses a key until the very next output is this text: however slow the frames are, the
-        key is down when its event is read."""
+        """Presses a key until the very next output is this text. Two events that are read at once
+        both fire what is held then, so the next key waits until this one's have been read."""
         self.hold(key)
         self.says(text)
+        self.settle()
         self.release(key)
+        self.settle()
 
     def is_silent(self):
-        """Checks that nothing is printed that was not heard, for some passes of the loop."""
-        time.sleep(0.15)
-        assert self.text[self.heard :] == "", f"unexpected: {self.text[self.heard:]!r}"
+        """Checks that nothing more was printed up to the end of the pass that has read it all."""
+        self.pass_by()
+        until(self.check_silence, "the output")
+
+    def check_silence(self):
+        """True once everything printed has been read; a failure if something was not expected."""
+        with self.news:
+            unread = bytearray(4)
+            fcntl.ioctl(self.game.stdout, termios.FIONREAD, unread)
+            rest = self.text[self.heard :]
+        assert rest == "", f"unexpected: {rest!r}"
+        return not any(unread)
 
     def ends_with(self, status):
-        """Waits for the end of the process."""
-        assert self.game.wait(10) == status, f"status {self.game.returncode}"
+        """Waits for the end of the process, and checks that it printed nothing more."""
+        assert self.game.wait(PATIENCE) == status, f"status {self.game.returncode}"
+        self.listener.join(PATIENCE)
+        rest = self.text[self.heard :]
+        assert rest == "", f"unexpected: {rest!r}"
 
 
 def main(script, *plays, **options):
