@@ -1,0 +1,22 @@
+// In place of script/halt.cpp: a script that ends its process ends the level only, and the play
+// goes on with what can be said of the level then.
+#include "script/halt.h"
+
+#include "play/level.h"
+
+void endProcess(int status) {
+    leaveLevel(status == 0 ? LevelEnd::Ended : LevelEnd::Failed);
+}
+
+void abortProcess() {
+    leaveLevel(LevelEnd::Aborted);
+}
+
+void raiseDivisionFault() {
+    leaveLevel(LevelEnd::Divided);
+}
+
+void waitForEver(const char* reason) {
+    gStuckReason = reason;
+    leaveLevel(LevelEnd::Stuck);
+}
