@@ -5,19 +5,8 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
-struct Answer {
-    enum class Kind { Ok, Failed, Error };
-    Kind kind = Kind::Ok;
-    std::string text;                  // of Ok: a value or nothing; else what is wrong
-    std::vector<std::string> records;  // lines that follow
-    int column = 1;                    // of Error: where in the line
-};
-
-// Folders with a slash at their end: where the names in a play lead, and where pictures are saved.
-extern std::string gPlayFolder;
-extern std::string gOutputFolder;
+#include "play/answers.h"
 
 // The line holds no command, only blanks or a comment.
 bool isEmptyLine(const std::string& line);

@@ -12,6 +12,7 @@
 #include "play/commands.h"
 #include "play/costs.h"
 #include "play/level.h"
+#include "play/looks.h"
 #include "play/options.h"
 #include "play/output.h"
 #include "play/pace.h"

@@ -106,3 +106,9 @@ std::string escaped(const std::string& text) {
         appendEscaped(result, c);
     return result + '"';
 }
+
+std::string escapedEnd(const std::string& text) {
+    constexpr size_t kMost = 500;
+    if (text.size() <= kMost) return escaped(text);
+    return "..." + escaped(text.substr(text.size() - kMost));
+}

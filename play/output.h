@@ -38,3 +38,6 @@ std::string newOutput();
 // `text` in quotes on one line, as a play writes it: \n \r \t \" \\ and \xNN for other control
 // characters.
 std::string escaped(const std::string& text);
+
+// The same of the end of `text`, as much of it as a message should hold.
+std::string escapedEnd(const std::string& text);

@@ -38,13 +38,17 @@ static std::string place(int x, int y) {
     return std::to_string(x) + ' ' + std::to_string(y);
 }
 
+static SDL_Point gPointer = {0, 0};  // as the play has it
+
+static void performMotion(int x, int y) {
+    perform("mouse move " + place(x, y));
+    gPointer = {x, y};
+}
+
 static void performButton(const SDL_MouseButtonEvent& button) {
     static const char* const kButtons[] = {"left", "middle", "right", "x1", "x2"};
     if (button.button < SDL_BUTTON_LEFT || button.button > SDL_BUTTON_X2) return;
-    static SDL_Point last = {-1, -1};
-    if (button.x != last.x || button.y != last.y)
-        perform("mouse move " + place(button.x, button.y));
-    last = {button.x, button.y};
+    if (button.x != gPointer.x || button.y != gPointer.y) performMotion(button.x, button.y);
     const std::string verb = button.state == SDL_PRESSED ? "mouse down " : "mouse up ";
     perform(verb + kButtons[button.button - SDL_BUTTON_LEFT]);
 }
@@ -59,7 +63,7 @@ static void performEvent(const SDL_Event& event) {
             perform("key up " + keyName(event.key.keysym.scancode));
             break;
         case SDL_MOUSEMOTION:
-            perform("mouse move " + place(event.motion.x, event.motion.y));
+            performMotion(event.motion.x, event.motion.y);
             break;
         case SDL_MOUSEBUTTONDOWN:
         case SDL_MOUSEBUTTONUP:

@@ -5,6 +5,7 @@
 
 #include "play/commands.h"
 #include "play/level.h"
+#include "play/looks.h"
 #include "play/output.h"
 #include "play/pace.h"
 #include "play/picture.h"

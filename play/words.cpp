@@ -1,5 +1,6 @@
 #include "play/words.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdlib>
 
