@@ -19,7 +19,7 @@
 #include "script/program.h"
 
 LevelEnd gLevelEnd = LevelEnd::None;
-const char* gStuckReason = "";
+std::string gStuckReason;
 uint32_t gPassMs = 16;
 bool gDrawPasses = true;
 
@@ -132,7 +132,7 @@ void runLevelPass(uint32_t ms, bool draw) {
 
 void runLevel(uint64_t ms) {
     const uint64_t endMs = gNowMs + ms;
-    while (gNowMs < endMs && gLevelEnd == LevelEnd::None) {
+    while (gNowMs < endMs && gLevelEnd == LevelEnd::None && !gStopped) {
         const uint64_t step = std::min<uint64_t>(gPassMs, endMs - gNowMs);
         runLevelPass(static_cast<uint32_t>(step), gDrawPasses && !isLate());
         keepPace();

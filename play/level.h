@@ -24,7 +24,7 @@ enum class LevelEnd {
 extern LevelEnd gLevelEnd;
 
 // Of a level that is stuck: why, in the interpreter's words.
-extern const char* gStuckReason;
+extern std::string gStuckReason;
 
 // The length of a pass of runLevel, and whether it draws: without that only the frames that are
 // looked at are composed. Set by the options.

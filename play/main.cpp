@@ -33,7 +33,8 @@ static std::FILE* openPlay(const Options& options) {
     const std::string& path = records ? options.record : options.play;
     std::FILE* file = path == "-" ? fdopen(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3), "r")
                                   : std::fopen(path.c_str(), records ? "w" : "r");
-    if (file == nullptr || fs::is_directory(path)) refuse(path + ": " + std::strerror(errno));
+    if (file == nullptr) refuse(path + ": " + std::strerror(errno));
+    if (fs::is_directory(path)) refuse(path + ": " + std::strerror(EISDIR));
     return file;
 }
 
