@@ -82,8 +82,9 @@ static void checkTogether(const Options& options) {
     if (options.game.empty()) refuse("no game is named");
     if (options.record.empty() && options.play.empty()) refuse("no play is named");
     if (!options.record.empty() && !options.play.empty()) refuse("a recording needs no play");
-    if (!options.record.empty() && (options.passMs != 16 || !options.drawing || options.time)) {
-        refuse("--record goes without --pass, --no-drawing and --time");
+    if (!options.record.empty() &&
+        (options.passMs != 16 || !options.drawing || options.time || options.speed != 1)) {
+        refuse("--record goes without --pass, --no-drawing, --time and --speed");
     }
     if (options.speed != 1 && !options.window) refuse("--speed goes with --window");
 }

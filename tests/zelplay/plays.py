@@ -16,7 +16,7 @@ from level_player import write_level  # noqa: E402
 GAMES = Path(sys.argv.pop()).resolve()
 ZELPLAY = str(Path(sys.argv.pop()).resolve())
 
-# A timer that fires at 9 ms and then every 10, keys that talk, a picture, a text and a unit.
+# A timer that fires at 11 ms and then every 10, keys that talk, a picture, a text and a unit.
 LEVEL = """
 int ticks, star;
 int tick() { ticks = ticks + 1; print(" t"); print(ticks); }
@@ -34,7 +34,7 @@ int main()
     moveimage(star, 100, 100);
     showimage(star, 1);
     createunit(0, 300, 200);
-    createtimer(0, 90, "tick");
+    createtimer(0, 100, "tick");
     createtext("hello", 10, 10, 50, 20);
     addexectfunckey(0, 4, "say");
     addexectfunckey(0, 5, "say");
