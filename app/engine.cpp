@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "app/globals.h"
+#include "app/input.h"
 #include "app/main_thread.h"
 #include "app/ticks.h"
 #include "images/images.h"
@@ -18,32 +19,36 @@
 // SDL's own handlers of SIGINT and SIGTERM; what it had not caught stays uncaught here.
 static void (*gSdlInterruptHandler)(int) = nullptr;
 
+static void askToQuitOnce(int signal);
+
+static constexpr int kQuitSignals[] = {SIGINT, SIGTERM};
+
+// Gives both signals back to their default, which ends the process, if the engine has them.
+static void endProcessOnNextSignal() {
+    for (const int signal : kQuitSignals) {
+        struct sigaction action;
+        if (sigaction(signal, nullptr, &action) != 0) continue;
+        if (action.sa_handler == askToQuitOnce) std::signal(signal, SIG_DFL);
+    }
+}
+
 // SDL catches Ctrl-C and SIGTERM and turns them into a quit event. A script in an endless loop
-// never reads that event, so the second one must end the process, wherever it hangs. SDL's handler
-// sets itself up again (SDL_quit.c), whatever the flags it was installed with: undone here.
+// never reads that event, so the second signal must end the process, wherever it hangs and
+// whichever of the two came first. SDL's handler sets itself up again (SDL_quit.c): undone here.
 static void askToQuitOnce(int signal) {
+    endProcessOnNextSignal();
     gSdlInterruptHandler(signal);
     std::signal(signal, SIG_DFL);
 }
 
 static void endProcessOnSecondSignal() {
-    for (const int signal : {SIGINT, SIGTERM}) {
+    for (const int signal : kQuitSignals) {
         struct sigaction action;
         if (sigaction(signal, nullptr, &action) != 0) continue;
         if (action.sa_handler == SIG_DFL || action.sa_handler == SIG_IGN) continue;
         gSdlInterruptHandler = action.sa_handler;
         action.sa_handler = askToQuitOnce;
-        action.sa_flags |= static_cast<int>(SA_RESETHAND);
         sigaction(signal, &action, nullptr);
-    }
-}
-
-// Behind SDL_Quit nobody reads quit events any more: the first signal ends the process.
-static void endProcessOnFirstSignal() {
-    for (const int signal : {SIGINT, SIGTERM}) {
-        struct sigaction action;
-        if (sigaction(signal, nullptr, &action) != 0) continue;
-        if (action.sa_handler == askToQuitOnce) std::signal(signal, SIG_DFL);
     }
 }
 
@@ -56,6 +61,7 @@ static bool initSdl() {
         return false;
     }
     endProcessOnSecondSignal();
+    watchForQuit();
     initMainThread();
     return true;
 }
@@ -113,6 +119,7 @@ void closeEngine() {
     gEngineClosed = true;
     stopMainThreadCalls();
     stopTicks();
+    endMainThreadCalls();
     closeImages();
     SDL_DestroyRenderer(gRenderer);
     SDL_DestroyWindow(gWindow);
@@ -121,5 +128,5 @@ void closeEngine() {
     TTF_Quit();
     IMG_Quit();
     SDL_Quit();
-    endProcessOnFirstSignal();
+    endProcessOnNextSignal();  // nobody reads quit events any more
 }

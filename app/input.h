@@ -23,3 +23,7 @@ struct Input {
 
 // Main thread only.
 extern Input gInput;
+
+// Makes SDL's pollEvent deliver the player's quit even if SDL's queue is full when it comes. After
+// SDL_Init.
+void watchForQuit();

@@ -31,7 +31,13 @@ static void keepFreedMemory() {
     mallopt(M_TRIM_THRESHOLD, kTrimThreshold);
 }
 
+// What a level printed before it hangs can be read wherever it goes, not on a terminal only.
+static void flushEveryLine() {
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+}
+
 int main(int, char**) {
+    flushEveryLine();
     keepFreedMemory();
     play();
     closeEngine();

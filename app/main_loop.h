@@ -14,8 +14,8 @@ void refreshKeyboardState();
 // Runs passes until one has seen a quit event.
 void runMainLoop();
 
-// One pass: the events, the ticks, the frame; then standard output is flushed. Returns true if there
-// was a quit event; the pass is finished all the same.
+// One pass: the events, the ticks, the frame; then standard output is flushed. Returns true if
+// there was a quit event; the pass is finished all the same.
 bool runPass();
 
 // Dispatches everything in the event queue. Returns true if there was a quit event among it: the

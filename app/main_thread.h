@@ -1,12 +1,21 @@
 // Work that only the main thread may do, asked for on another thread.
 //
 // SDL wants its window, its renderer and all textures on the main thread, but a timer function runs
-// on SDL's timer thread unless ZEL_TICKS=main. What it asks for travels as an SDL user event to the
-// main loop, which runs it before it dispatches anything else. Ground floor: includes nothing of
-// ours, so every folder may call it.
+// on SDL's timer thread unless ZEL_TICKS=main. What it asks for travels through SDL's event queue
+// to the main loop, which runs it before it dispatches anything else. At most one event of each
+// kind below is in the queue, however much is asked for: the queue keeps its room for the player's
+// events, the quit among them.
+//
+// On the main thread an operation runs at once. So it does on any thread from the moment the engine
+// begins to close: an operation looks at gEngineClosed before it touches what SDL owns.
+//
+// One thread beside the main one may call these functions. Ground floor: includes nothing of ours,
+// so every folder may call it.
 #pragma once
 
 #include <SDL.h>
+
+#include <cstddef>
 
 using MainThreadOperation = void (*)(void* data);
 
@@ -16,19 +25,30 @@ void initMainThread();
 // True on the main thread, and on every thread before initMainThread.
 bool onMainThread();
 
-// Runs operation(data): at once on the main thread, else soon, without waiting. `data` belongs to
-// the operation. If the engine closes meanwhile, or SDL's event queue is full, the operation never
-// runs and `data` is left to the end of the process.
+// Runs operation(data) on the main thread soon, without waiting, after all that was posted before.
+// `data` belongs to the operation.
 void postToMainThread(MainThreadOperation operation, void* data);
 
-// Runs operation(data) and waits until it has run; at once on the main thread. Returns false when
-// the engine is closing and the operation will not run: `data` may go away then. One thread beside
-// the main one may wait at a time.
-bool callOnMainThread(MainThreadOperation operation, void* data);
+// What is asked for again and again, and where only the newest request counts.
+enum class MainThreadRequest { Title, Fullscreen, Count };
 
-// Runs the operation that `event` carries. Returns false if it is an event of another kind.
+// Runs operation(copy of data) on the main thread soon, without waiting, in place of an earlier
+// request of the same kind that has not run yet. Copies `size` bytes of `data`.
+void requestOnMainThread(MainThreadRequest kind, MainThreadOperation operation, void* data,
+                         size_t size);
+
+// Runs operation(data) on the main thread and waits until it has run.
+void callOnMainThread(MainThreadOperation operation, void* data);
+
+// Runs what `event` carries. Returns false if it is an event of another kind. Main thread.
 bool runMainThreadEvent(const SDL_Event& event);
 
-// Makes callOnMainThread return false from now on, on the thread that waits in it too. Main thread,
-// before it stops to drain its events for good.
+// The close, in two steps around the end of the timer thread. Main thread.
+// From the first on operations run where they are asked for, and a thread that waits in
+// callOnMainThread goes on so. The second runs what is still in the queue; the other thread may
+// have ended by then.
 void stopMainThreadCalls();
+void endMainThreadCalls();
+
+// True between the two, on any thread.
+bool mainThreadIsClosing();

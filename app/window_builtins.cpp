@@ -2,23 +2,22 @@
 
 #include <SDL.h>
 
+#include <cstdio>
+
 #include "app/engine.h"
 #include "app/globals.h"
 #include "app/main_thread.h"
 #include "script/arguments.h"
+#include "script/waiting.h"
 
 // Operations for the main thread. They do nothing once the engine is closed.
 
-static void setTitle(void* data) {
-    char* title = static_cast<char*>(data);
-    if (!gEngineClosed) SDL_SetWindowTitle(gWindow, title);
-    SDL_free(title);
+static void setTitle(void* title) {
+    if (!gEngineClosed) SDL_SetWindowTitle(gWindow, static_cast<const char*>(title));
 }
 
-// The mode travels in the pointer itself.
 static void setFullscreen(void* mode) {
-    if (gEngineClosed) return;
-    SDL_SetWindowFullscreen(gWindow, static_cast<Uint32>(reinterpret_cast<uintptr_t>(mode)));
+    if (!gEngineClosed) SDL_SetWindowFullscreen(gWindow, *static_cast<const Uint32*>(mode));
 }
 
 static void exitGame(void*) {
@@ -32,20 +31,24 @@ int32_t builtinChangeWindowName() {
     ArgumentText text;
     readText(text);
     expectCloseParen();
-    char* title = nullptr;
-    if (SDL_asprintf(&title, "Zel - %s", text) >= 0) postToMainThread(setTitle, title);
+    static constexpr char kPrefix[] = "Zel - ";
+    char title[sizeof kPrefix + sizeof text];
+    std::snprintf(title, sizeof title, "%s%s", kPrefix, text);
+    requestOnMainThread(MainThreadRequest::Title, setTitle, title, sizeof title);
     return 0;
 }
 
 int32_t builtinFullscreen() {
-    const uintptr_t mode = static_cast<Uint32>(onlyInteger());
-    postToMainThread(setFullscreen, reinterpret_cast<void*>(mode));
+    Uint32 mode = static_cast<Uint32>(onlyInteger());
+    requestOnMainThread(MainThreadRequest::Fullscreen, setFullscreen, &mode, sizeof mode);
     return 0;
 }
 
 int32_t builtinExitGame() {
     noArguments();
+    const ScriptState state = saveScriptState();  // the close waits for a timer function
     postToMainThread(exitGame, nullptr);
+    restoreScriptState(state);
     return 0;
 }
 

@@ -9,7 +9,8 @@
 #include <string>
 
 #include "bench/level.h"
-#include "script/evaluator.h"
+#include "script/arguments.h"
+#include "script/expression.h"
 #include "script/functions.h"
 #include "script/lexer.h"
 #include "script/program.h"
@@ -43,11 +44,9 @@ static Place* placeOfExpression(const std::string& expression) {
 }
 
 static void evaluateAt(benchmark::State& state, Place* place, int32_t value) {
-    gProgramPos = place;
-    require(evalExpression() == value, "an expression has another value");
+    require(evalExpression(place).value == value, "an expression has another value");
     for (auto _ : state) {
-        gProgramPos = place;
-        benchmark::DoNotOptimize(evalExpression());
+        benchmark::DoNotOptimize(evalExpression(place));
     }
 }
 
@@ -103,9 +102,9 @@ static void lookUpVariableAgain(benchmark::State& state) {
 
 // Enters a call with the locals "other1" to "other`count`".
 static void enterCallWithLocals(int64_t count) {
-    pushCall(gLocalTop);
+    pushCall(gLocalTop, gPlaces);
     for (int64_t i = 1; i <= count; i++)
-        pushLocal(nameOf("other" + std::to_string(i)), kArgumentType);
+        pushLocal(nameOf("other" + std::to_string(i)), kArgumentType, gPlaces);
 }
 
 static void searchAgain(benchmark::State& state, Name* name) {
@@ -113,7 +112,7 @@ static void searchAgain(benchmark::State& state, Name* name) {
         benchmark::DoNotOptimize(name);
         benchmark::DoNotOptimize(searchVariable(name));
     }
-    gLocalTop = popCall();
+    gLocalTop = popCall(gPlaces);
 }
 
 // The search passes all `range` locals.

@@ -9,7 +9,6 @@
 #include "script/lexer.h"
 
 // Why a token cannot be read; the engine raises an error for each.
-enum class TokenFault { None, OpenString, OpenComment, TooLong };
 
 struct Lexeme {
     TokenKind kind = TokenKind::Delimiter;

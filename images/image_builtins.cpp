@@ -3,6 +3,7 @@
 #include "app/globals.h"
 #include "images/images.h"
 #include "script/arguments.h"
+#include "script/waiting.h"
 
 int32_t builtinShowImage() {
     openArguments();
@@ -52,5 +53,8 @@ int32_t builtinLoadImage() {
     ArgumentText name;
     readText(name);
     expectCloseParen();
-    return loadFromLevel(name);
+    const ScriptState state = saveScriptState();  // a timer function waits for the main thread
+    const int32_t id = loadFromLevel(name);
+    restoreScriptState(state);
+    return id;
 }

@@ -3,6 +3,7 @@
 #include <SDL_image.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 
 #include "app/globals.h"
@@ -45,29 +46,12 @@ static void copyToRenderer(SDL_Texture* texture, const SDL_Rect& rect) {
     SDL_RenderCopy(gRenderer, texture, nullptr, &rect);
 }
 
-// The first copy of a texture attached on another thread, carried to the main thread.
-struct FirstCopy {
-    SDL_Texture* texture;
-    SDL_Rect rect;
-};
-
-static void runFirstCopy(void* data) {
-    const FirstCopy* copy = static_cast<FirstCopy*>(data);
-    copyToRenderer(copy->texture, copy->rect);
-    delete copy;
-}
-
 void setTexture(Image& image, SDL_Texture* texture) {
     image.texture = texture;
     SDL_QueryTexture(texture, nullptr, nullptr, &image.rect.w, &image.rect.h);
-    if (gEngineClosed) return;
     // Attaching draws: whoever attaches a texture between two frames finds it in the render target
     // until the next frame is begun.
-    if (onMainThread()) {
-        copyToRenderer(texture, image.rect);
-    } else if (texture != nullptr) {
-        postToMainThread(runFirstCopy, new FirstCopy{texture, image.rect});
-    }
+    if (!gEngineClosed) copyToRenderer(texture, image.rect);
 }
 
 void draw(const Image& image) {
@@ -76,29 +60,62 @@ void draw(const Image& image) {
 
 // Loading -----------------------------------------------------------------------------------------
 
-// One load, carried to the main thread and back. SDL keeps its error text per thread.
-struct TextureLoad {
-    const char* path = nullptr;
-    SDL_Texture* texture = nullptr;
-    char error[256] = "the engine is closed";
-};
+// Little-endian, as the numbers of a BMP file are.
+static int64_t numberAt(const unsigned char* bytes, int size) {
+    uint32_t number = 0;
+    for (int i = 0; i < size; i++)
+        number |= static_cast<uint32_t>(bytes[i]) << (8 * i);
+    return size == 4 ? static_cast<int32_t>(number) : static_cast<int64_t>(number);
+}
 
-static void runTextureLoad(void* data) {
-    TextureLoad* load = static_cast<TextureLoad*>(data);
-    if (gEngineClosed) return;
-    load->texture = IMG_LoadTexture(gRenderer, load->path);
-    SDL_strlcpy(load->error, SDL_GetError(), sizeof load->error);
+// Reads the size that the header of a BMP file declares. Returns false for other files. The layout
+// is that of BITMAPFILEHEADER with BITMAPCOREHEADER (12 bytes long) or BITMAPINFOHEADER behind it;
+// a negative height means rows from the top.
+static bool readBmpSize(const char* path, int64_t& w, int64_t& h) {
+    unsigned char head[26] = {};
+    SDL_RWops* file = SDL_RWFromFile(path, "rb");
+    if (file == nullptr) return false;
+    const bool isRead = SDL_RWread(file, head, sizeof head, 1) == 1;
+    SDL_RWclose(file);
+    if (!isRead || head[0] != 'B' || head[1] != 'M') return false;
+    const bool isOld = numberAt(head + 14, 4) == 12;
+    w = isOld ? numberAt(head + 18, 2) : numberAt(head + 18, 4);
+    h = isOld ? numberAt(head + 20, 2) : std::abs(numberAt(head + 22, 4));
+    return true;
+}
+
+// Refuses, with SDL's words for it, a BMP file that declares more pixels than a texture can have:
+// SDL_image would fill the memory for them before it found out.
+static bool fitsATexture(const char* path) {
+    int64_t w = 0, h = 0;
+    SDL_RendererInfo info;
+    if (SDL_GetRendererInfo(gRenderer, &info) != 0 || !readBmpSize(path, w, h)) return true;
+    const int maxW = info.max_texture_width, maxH = info.max_texture_height;
+    if ((maxW == 0 || w <= maxW) && (maxH == 0 || h <= maxH)) return true;
+    SDL_SetError("Texture dimensions are limited to %dx%d", maxW, maxH);
+    return false;
+}
+
+static SDL_Texture* loadIfPossible(const char* path) {
+    if (gEngineClosed) {
+        SDL_SetError("the engine is closed");
+        return nullptr;
+    }
+    if (!fitsATexture(path)) return nullptr;
+    return IMG_LoadTexture(gRenderer, path);
+}
+
+// A timer function that loads while the engine closes has done nothing wrong.
+static bool isGivenUp() {
+    return mainThreadIsClosing() && !onMainThread();
 }
 
 SDL_Texture* loadTexture(const std::string& path) {
-    TextureLoad load;
-    load.path = path.c_str();
-    callOnMainThread(runTextureLoad, &load);
-    if (load.texture == nullptr) {
-        SDL_SetError("%s", load.error);
+    SDL_Texture* texture = loadIfPossible(path.c_str());
+    if (texture == nullptr && !isGivenUp()) {
         std::printf("\n1Unable to load image %s! SDL Error: %s", path.c_str(), SDL_GetError());
     }
-    return load.texture;
+    return texture;
 }
 
 // Reports an image that has no texture, in the words of its registry.
@@ -106,18 +123,29 @@ static void reportMissing(const char* message, const Image& image) {
     std::printf("%s%s.   %s", message, image.path.c_str(), SDL_GetError());
 }
 
-int32_t loadImageFile(const char* path) {
-    // First the picture, then the identifier: on the timer thread the load waits for the main
-    // thread, whose key functions may load pictures meanwhile.
-    const Image image = makeImage(path);
-    const int32_t id = static_cast<int32_t>(gImages.size());
-    gImages.push_back(image);
-    if (image.texture == nullptr) {
+struct ImageLoad {
+    const char* path;
+    int32_t id;
+};
+
+static void runImageLoad(void* data) {
+    ImageLoad* load = static_cast<ImageLoad*>(data);
+    load->id = static_cast<int32_t>(gImages.size());
+    gImages.push_back(makeImage(load->path));
+    const Image& image = gImages.back();
+    if (image.texture == nullptr && !isGivenUp()) {
         reportMissing("\nCant load image: ", image);
         // Without effect: the main loop reads the type of fresh events only.
         gEvent.type = SDL_QUIT;
     }
-    return id;
+}
+
+// The load runs as a whole on the main thread: no frame is being drawn while the registry grows,
+// and no key function can load between the picture and its identifier.
+int32_t loadImageFile(const char* path) {
+    ImageLoad load = {path, 0};
+    callOnMainThread(runImageLoad, &load);
+    return load.id;
 }
 
 bool loadSystemPictures() {

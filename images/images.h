@@ -21,9 +21,10 @@ struct Image {
     SDL_Texture* texture = nullptr;  // null if loading failed; belongs to the renderer
 };
 
-// The images of the script, by identifier, from 0 on in order of loading. Only grows. Room for
-// kRoomForImages is kept in advance: while a level stays below, loading on the timer thread does
-// not move what the main thread is drawing. The textures are destroyed by closeImages.
+// The images of the script, by identifier, from 0 on in order of loading. Only grows, and only on
+// the main thread between two frames, but growing moves the records: room for kRoomForImages is
+// kept in advance, so that a level that stays below moves none that a timer function is changing.
+// The textures are destroyed by closeImages.
 extern std::vector<Image> gImages;
 constexpr size_t kRoomForImages = 16384;
 
@@ -86,11 +87,12 @@ inline const SDL_Rect& getRect(const Image& image) {
 // Loading -----------------------------------------------------------------------------------------
 
 // Loads a picture file into a texture of gRenderer. On failure prints "\n1Unable to load image ",
-// the path, "! SDL Error: " and SDL's reason, and returns null; after closeEngine always.
+// the path, "! SDL Error: " and SDL's reason, and returns null; after closeEngine always. Main
+// thread; on another one, while the engine closes, it fails without a word.
 SDL_Texture* loadTexture(const std::string& path);
 
 // Loads a picture into a new entry of gImages and returns its identifier. A picture that cannot be
-// loaded is reported and takes its identifier all the same.
+// loaded is reported and takes its identifier all the same. Any thread; waits for the main thread.
 int32_t loadImageFile(const char* path);
 
 // Loads the selection frame, "SysPics/select.bmp" of the working directory. A failure is reported

@@ -3,12 +3,45 @@
 #include <cstring>
 
 #include "script/errors.h"
-#include "script/evaluator.h"
-#include "script/tokens.h"
+#include "script/expression.h"
+#include "script/token_reader.h"
+
+static Place gNoPlace;
+Place* gProgramPos = &gNoPlace;
+Place* gToken = &gNoPlace;
+
+void resetCursor() {
+    gProgramPos = gToken = gPlaces;
+}
+
+TokenKind getToken() {
+    gToken = tokenAt(gProgramPos);
+    gProgramPos = gToken->next;
+    return gToken->kind;
+}
+
+void putBack() {
+    gProgramPos = gToken->back;
+}
+
+bool tokenIs(char c) {
+    return gToken->symbol == c;
+}
+
+void argumentError(ScriptError error) {
+    syntaxError(error, gProgramPos);
+}
 
 static void requireToken(char c, ScriptError error) {
     getToken();
-    if (!tokenIs(c)) syntaxError(error);
+    if (!tokenIs(c)) argumentError(error);
+}
+
+int32_t readExpression() {
+    const Result result = evalExpression(gProgramPos);
+    gToken = result.end;
+    gProgramPos = positionAfter(result);
+    return result.value;
 }
 
 void openArguments() {
@@ -18,7 +51,7 @@ void openArguments() {
 int32_t readInteger() {
     getToken();
     putBack();
-    return evalExpression();
+    return readExpression();
 }
 
 void nextArgument() {

@@ -1,6 +1,6 @@
-// How a built-in reads its arguments: the call convention.
+// How a built-in reads its arguments: the call convention, and the one cursor of the interpreter.
 //
-// When a handler is called, the current token is the built-in's name and the position is behind it.
+// When a handler is called, the current token is the built-in's name and the cursor is after it.
 // The handler reads everything up to and including the closing ")" with the readers below, one for
 // each thing in a call, so that it reads like the call it serves:
 //
@@ -17,15 +17,45 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include "script/errors.h"
 #include "script/lexer.h"
+
+struct Place;
+
+// Where the next token of a call is read. Set on the way into a built-in and taken up after it;
+// what it holds at other times means nothing. Never null. Both threads use it, so a built-in that
+// waits for the other one saves it (script/waiting.h).
+extern Place* gProgramPos;
+
+// The current token: the last one that getToken read, or that ended an expression. Never null.
+extern Place* gToken;
+
+// Puts the cursor at the start of a program text that has just been loaded.
+void resetCursor();
+
+// Reads the token at the cursor, makes it the current one and moves after it.
+TokenKind getToken();
+
+// Moves back over the current token by the length of its text; an empty token moves nothing. Of a
+// string the text is two characters shorter than its source.
+void putBack();
+
+// True if the current token is the delimiter or brace `c`. A string that only reads like it is not.
+bool tokenIs(char c);
+
+// Raises `error` at the cursor.
+[[noreturn]] void argumentError(ScriptError error);
 
 // A text or name argument: what one token can hold.
 using ArgumentText = char[kTokenCapacity];
 
+// Evaluates the expression at the cursor and leaves the token that ends it to be read.
+int32_t readExpression();
+
 // Requires "(", else raises NoParens.
 void openArguments();
 
-// Reads one integer expression.
+// Reads one integer expression: the argument of a call.
 int32_t readInteger();
 
 // Reads integer expressions, the separators between them included: one for each target.

@@ -17,3 +17,6 @@ extern const BuiltinFunction gBuiltins[];
 
 // The index of the built-in with exactly this name, or -1.
 int32_t findBuiltin(std::string_view name);
+
+// Makes the names of the built-ins stand for them, for a program text that has just been set.
+void declareBuiltins();

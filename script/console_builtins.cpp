@@ -4,26 +4,26 @@
 
 #include "script/arguments.h"
 #include "script/errors.h"
-#include "script/evaluator.h"
 #include "script/tokens.h"
 
 int32_t builtinGetche() {
     std::fflush(stdout);  // the player should see the question before the answer is waited for
+    const Place* position = gProgramPos;  // while this thread waits, the other may move the cursor
     const int c = std::getchar();
-    gProgramPos = behindCloseParen(gProgramPos);
+    gProgramPos = afterCloseParen(position);
     return static_cast<signed char>(c);  // EOF is -1 and stays it
 }
 
 int32_t builtinPutch() {
     // The parentheses are those of a parenthesised expression: putch(1, 2) fails on its comma.
-    const int32_t value = evalExpression();
+    const int32_t value = readExpression();
     std::printf("%d", value);
     return value;
 }
 
 int32_t builtinPuts() {
     openArguments();
-    if (getToken() != TokenKind::String) syntaxError(ScriptError::NoClosingQuote);
+    if (getToken() != TokenKind::String) argumentError(ScriptError::NoClosingQuote);
     std::puts(gToken->text);
     closeStatement();
     return 0;
@@ -35,13 +35,13 @@ int32_t builtinPrint() {
         std::printf("\n%s", gToken->text);
     } else {
         putBack();
-        std::printf("%d", evalExpression());
+        std::printf("%d", readExpression());
     }
     closeStatement();
     return 0;
 }
 
 int32_t builtinGetnum() {
-    gProgramPos = behindCloseParen(gProgramPos);
+    gProgramPos = afterCloseParen(gProgramPos);
     return 0;
 }

@@ -58,9 +58,9 @@ static void printContext(const char* position) {
     if (from <= last) std::fwrite(from, 1, static_cast<size_t>(last - from) + 1, stdout);
 }
 
-void syntaxError(ScriptError error) {
-    const char* position = textAt(gProgramPos);
-    std::printf("\n%s in line %d\n", kErrorTexts[static_cast<size_t>(error)], lineOf(position));
-    printContext(position);
+void syntaxError(ScriptError error, const Place* position) {
+    const char* text = textAt(position);
+    std::printf("\n%s in line %d\n", kErrorTexts[static_cast<size_t>(error)], lineOf(text));
+    printContext(text);
     leaveToRecoveryPoint();
 }

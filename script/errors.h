@@ -37,7 +37,9 @@ enum class ScriptError : int32_t {
     Count
 };
 
-// Prints the report - the message, the line, the text before the position - and jumps to the
-// recovery point of the calling thread. Nothing is unwound: no frame on the way may hold an object
-// with a destructor.
-[[noreturn]] void syntaxError(ScriptError error);
+struct Place;
+
+// Prints the report - the message, the line, the text up to `position` - and jumps to the recovery
+// point of the calling thread. Nothing is unwound: no frame on the way may hold an object with a
+// destructor.
+[[noreturn, gnu::cold]] void syntaxError(ScriptError error, const Place* position);

@@ -1,5 +1,6 @@
-#include "script/evaluator.h"
+#include "script/expression.h"
 
+#include "script/arguments.h"
 #include "script/arithmetic.h"
 #include "script/builtins.h"
 #include "script/errors.h"
@@ -8,10 +9,19 @@
 #include "script/names.h"
 #include "script/nesting.h"
 #include "script/text.h"
-#include "script/tokens.h"
+#include "script/token_reader.h"
 #include "script/variables.h"
 
+// Recursive descent over the tokens, computing as it reads. Each level is given the first token of
+// its operand and returns its value and the first token it did not use. The cursor of the built-ins
+// (script/arguments.h) is set on the way into one.
+
 // Operands ------------------------------------------------------------------------------------
+
+struct Evaluated {
+    int32_t value;
+    Place* place;  // the first token not used
+};
 
 // Each level of the grammar is a function that is given the token it starts at. What an expression
 // is made of mostly - variables, numbers, operators - is compiled into its callers; what takes its
@@ -40,7 +50,7 @@ static Evaluated evalAssign(Place* token);
 // The value of the variable that `token` names.
 static inline int32_t findVar(const Place* token) {
     const ScriptVariable* variable = lookUpVariable(token->name);
-    if (variable == nullptr) syntaxErrorBehind(token, ScriptError::NoSuchVariable);
+    if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable, token->next);
     return variable->value;
 }
 
@@ -66,7 +76,7 @@ static Evaluated evalNumber(Place* token) {
 [[gnu::noinline]] static Evaluated evalCharacter(const Place* quote) {
     const char* position = textAt(quote->next);
     if (byteAt(position) == '\0' || byteAt(position + 1) != '\'') {
-        syntaxErrorBehind(quote, ScriptError::NoClosingQuote);
+        syntaxError(ScriptError::NoClosingQuote, quote->next);
     }
     return {static_cast<signed char>(*position), tokenAt(placeAt(position + 2))};
 }
@@ -77,7 +87,7 @@ static Evaluated atom(Place* token) {
     if (token->kind == TokenKind::Number) return evalNumber(token);
     if (token->symbol == '\'') return evalCharacter(token);
     if (token->symbol == ')') return {0, token};
-    syntaxErrorBehind(token, ScriptError::Syntax);
+    syntaxError(ScriptError::Syntax, token->next);
 }
 
 // paren -> "(" assign ")" | atom
@@ -85,7 +95,7 @@ static Evaluated evalParen(Place* token) {
     if (token->symbol != '(') return atom(token);
     enterNesting(token->next);
     const Evaluated inner = evalAssign(tokenAt(token->next));
-    if (inner.place->symbol != ')') syntaxErrorBehind(inner.place, ScriptError::NoParens);
+    if (inner.place->symbol != ')') syntaxError(ScriptError::NoParens, inner.place->next);
     leaveNesting();
     return {inner.value, tokenAt(inner.place->next)};
 }
@@ -118,7 +128,7 @@ static Evaluated evalParen(Place* token) {
 static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Place* end) {
     if (operation == '*') return wrapMultiply(a, b);
     if (operation == '/') {
-        if (b == 0) syntaxErrorBehind(end, ScriptError::DivisionByZero);
+        if (b == 0) syntaxError(ScriptError::DivisionByZero, end->next);
         return wrapDivide(a, b);
     }
     // No check in the language: the process ends as by the processor's own fault.
@@ -216,31 +226,10 @@ static Evaluated evalAssign(Place* token) {
 
 // Expressions ---------------------------------------------------------------------------------
 
-Evaluated evalExpression(Place* position) {
+Result evalExpression(Place* position) {
     Place* token = tokenAt(position);
-    gToken = token;
-    if (token->length == 0) syntaxErrorBehind(token, ScriptError::NoExpression);
-    if (token->symbol == ';') return {0, token->next};
+    if (token->length == 0) syntaxError(ScriptError::NoExpression, token->next);
+    if (token->symbol == ';') return {0, true, token};
     const Evaluated result = evalAssign(token);
-    gToken = result.place;
-    return {result.value, result.place->back};
-}
-
-int32_t evalExpression() {
-    const Evaluated result = evalExpression(gProgramPos);
-    gProgramPos = result.place;
-    return result.value;
-}
-
-Evaluated evalArgument(Place* position) {
-    Place* token = tokenAt(position);
-    if (token->length == 0) syntaxErrorBehind(token, ScriptError::NoExpression);
-    if (token->symbol == ';') return {0, tokenAt(token->next)};
-    const Evaluated result = evalAssign(token);
-    if (result.place->plain) return result;  // put back it would be read again as it is
-    return {result.value, tokenAt(result.place->back)};
-}
-
-Evaluated evalExpressionFrom(Place* token) {
-    return evalAssign(token);
+    return {result.value, false, result.place};
 }

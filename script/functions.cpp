@@ -1,17 +1,19 @@
 #include "script/functions.h"
 
 #include "script/errors.h"
-#include "script/evaluator.h"
+#include "script/expression.h"
 #include "script/names.h"
 #include "script/statements.h"
-#include "script/tokens.h"
+#include "script/token_reader.h"
 
 ScriptFunction gFunctionTable[kMaxFunctions];
 int32_t gFunctionCount = 0;
 int32_t gReturnValue = 0;
 
 void recordFunction(const ScriptFunction& function) {
-    if (gFunctionCount >= kMaxFunctions) syntaxError(ScriptError::TooManyFunctions);
+    if (gFunctionCount >= kMaxFunctions) {
+        syntaxError(ScriptError::TooManyFunctions, function.location);
+    }
     gFunctionTable[gFunctionCount] = function;
     gFunctionCount++;
     if (function.name->function == nullptr) function.name->function = function.location;
@@ -23,30 +25,29 @@ Place* findFunction(const char* name) {
 }
 
 // Evaluates the argument list at `position` and pushes the values, the last one first. Returns the
-// position behind the list.
+// position after the list.
 static Place* getArgs(Place* position) {
     int32_t values[kMaxArguments];
     int32_t count = 0;
 
     Place* token = tokenAt(position);
-    if (token->symbol != '(') syntaxErrorBehind(token, ScriptError::NoParens);
+    if (token->symbol != '(') syntaxError(ScriptError::NoParens, token->next);
     do {
-        if (count == kMaxArguments) syntaxErrorBehind(token, ScriptError::TooManyArguments);
-        const Evaluated argument = evalArgument(token->next);
+        if (count == kMaxArguments) syntaxError(ScriptError::TooManyArguments, token->next);
+        const Result argument = evalExpression(token->next);
         values[count++] = argument.value;
-        token = argument.place;
+        token = tokenAfter(argument);
     } while (token->symbol == ',');
 
-    gProgramPos = token->next;  // for an error's report
     while (count > 0)
-        pushArgument(values[--count]);
+        pushArgument(values[--count], token->next);
     return token->next;
 }
 
 // Reads the parameters at `position`, in the callee's definition, and names the arguments with
 // them, the first one the first. `base` is where the callee's frame starts: parameters without an
 // argument become locals with the value 0, and nothing below the frame is touched. Returns the
-// position behind the list.
+// position after the list.
 static Place* getParams(Place* position, int32_t base) {
     int32_t slot = gLocalTop - 1;
     Place* token = nullptr;
@@ -54,28 +55,25 @@ static Place* getParams(Place* position, int32_t base) {
         token = tokenAt(position);
         if (token->symbol == ')') return token->next;
         if (token->keyword != KeywordCode::Char && token->keyword != KeywordCode::Int) {
-            syntaxErrorBehind(token, ScriptError::NoTypeSpecifier);
+            syntaxError(ScriptError::NoTypeSpecifier, token->next);
         }
         token = tokenAt(token->next);
         Name* name = declaredName(token);
-        gProgramPos = token->next;  // for an error's report
-        if (slot >= base) {
-            nameArgument(&gLocalStack[slot--], name);
-        } else {
-            pushLocal(name, kParameterType);
-        }
+        ScriptVariable* argument =
+            slot >= base ? &gLocalStack[slot--] : pushArgument(0, token->next);
+        nameArgument(argument, name);
         token = tokenAt(token->next);
         position = token->next;
     } while (token->symbol == ',');
-    if (token->symbol != ')') syntaxErrorBehind(token, ScriptError::NoParens);
+    if (token->symbol != ')') syntaxError(ScriptError::NoParens, token->next);
     return position;
 }
 
 Place* callFunction(Place* location, Place* position) {
     const int32_t base = gLocalTop;
-    Place* behindCall = getArgs(position);
-    pushCall(base);
+    Place* afterCall = getArgs(position);
+    pushCall(base, afterCall);
     interpretBlock(getParams(location, base));
-    gLocalTop = popCall();
-    return behindCall;
+    gLocalTop = popCall(afterCall);
+    return afterCall;
 }

@@ -23,13 +23,13 @@ extern int32_t gFunctionCount;                        // used entries of gFuncti
 // without `return` yields what the last one before it left.
 extern int32_t gReturnValue;
 
-// Raises TooManyFunctions when the table is full.
+// Raises TooManyFunctions, at its location, when the table is full.
 void recordFunction(const ScriptFunction& function);
 
 // The location of the first function with exactly this name, or null.
 Place* findFunction(const char* name);
 
 // Calls the function at `location` with the arguments whose "(" is at `position`, and returns the
-// position behind them. gReturnValue holds the result; gProgramPos is left where it came to stand.
+// position after them. gReturnValue holds the result.
 // Raises TooManyArguments, TooManyCalls and whatever the arguments and the body raise.
 Place* callFunction(Place* location, Place* position);

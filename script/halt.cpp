@@ -26,8 +26,8 @@ void raiseDivisionFault() {
     std::abort();  // reached only if the signal is blocked or ignored
 }
 
-void waitForEver(const char* reason) {
-    const char* place = std::min(textAt(gProgramPos), gProgramEnd);
+void waitForEver(const char* reason, const Place* position) {
+    const char* place = std::min(textAt(position), gProgramEnd);
     const long line = 1 + std::count(static_cast<const char*>(gProgramBuffer), place, '\n');
     const char* lineStart = place;
     while (lineStart > gProgramBuffer && lineStart[-1] != '\n')

@@ -15,7 +15,9 @@
 // Ends the process with SIGFPE, as a division by zero in the processor would.
 [[noreturn]] void raiseDivisionFault();
 
+struct Place;
+
 // Tells standard error where and why the interpreter will never go on - `reason` is a sentence
-// about the character at the position - and waits for ever without using the processor. Two
+// about the character at `position` - and waits for ever without using the processor. Two
 // interrupts (Ctrl-C) end the process: the first one only asks the event loop to quit.
-[[noreturn]] void waitForEver(const char* reason);
+[[noreturn]] void waitForEver(const char* reason, const Place* position);

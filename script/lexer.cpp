@@ -53,8 +53,7 @@ static void finishText(Token& token, const char* end) {
     token.end = end;
 }
 
-static void fail(Token& token, const char* place, ScriptError fault) {
-    token.faulty = true;
+static void fail(Token& token, const char* place, TokenFault fault) {
     token.fault = fault;
     token.end = place;
 }
@@ -70,7 +69,7 @@ static void takeSymbol(Token& token, const char* p, char c, int length) {
 // Appends the character at `p`; returns false, the token failed, if there is no room for it.
 static bool appendCharacter(Token& token, const char* p) {
     if (size_t{token.length} + 1 >= kTokenCapacity) {
-        fail(token, p, ScriptError::TokenTooLong);
+        fail(token, p, TokenFault::TooLong);
         return false;
     }
     token.text[token.length++] = *p;
@@ -80,7 +79,7 @@ static bool appendCharacter(Token& token, const char* p) {
 // `p` stands behind the opening quote. There are no escapes.
 static void takeString(Token& token, const char* p) {
     for (; byteAt(p) != '"'; p++) {
-        if (p >= gProgramEnd || *p == '\r') return fail(token, p, ScriptError::Syntax);
+        if (p >= gProgramEnd || *p == '\r') return fail(token, p, TokenFault::OpenString);
         if (!appendCharacter(token, p)) return;
     }
     token.kind = TokenKind::String;
@@ -136,7 +135,7 @@ Token readToken(const char* position) {
         takeSymbol(token, p, c, 1);
     } else if (c == '/' && second == '*') {
         p = skipBlockComment(p);
-        if (p == nullptr) fail(token, gProgramEnd, ScriptError::CommentNotClosed);
+        if (p == nullptr) fail(token, gProgramEnd, TokenFault::OpenComment);
         if (p != nullptr) takeToken(token, p);
     } else if (c == '/' && second == '/') {
         p = skipLineComment(p);

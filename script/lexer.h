@@ -9,8 +9,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "script/errors.h"
-
 enum class TokenKind : int8_t {
     Delimiter = 0,  // punctuation, relational operators, empty tokens, the end of the text
     Identifier = 1,
@@ -61,6 +59,14 @@ constexpr char relationCode(char first, bool orEqual) {
     }
 }
 
+// What is wrong with a token that cannot be read.
+enum class TokenFault : uint8_t {
+    None,
+    OpenString,  // not closed on its line
+    TooLong,
+    OpenComment  // not closed before the end of the text
+};
+
 struct KeywordName {
     char name[20];
     KeywordCode code;
@@ -83,20 +89,18 @@ constexpr size_t kTokenCapacity = 80;  // bytes of a token's text, the terminati
 constexpr size_t kMaxNameLength = 30;  // characters of what a declaration may take for a name
 
 struct Token {
-    const char* end = nullptr;  // the position behind the token; of a faulty one, the fault's place
+    const char* end = nullptr;  // the position after the token; with a fault, the fault's place
     TokenKind kind = TokenKind::Delimiter;
     KeywordCode keyword = KeywordCode::None;
     char symbol = 0;  // the text's first byte if this is a delimiter or a brace; 0 if it is empty
     uint8_t length = 0;  // of the text
-    bool faulty = false;
-    ScriptError fault = ScriptError::Syntax;  // of a faulty token: the error that taking it raises
-    char text[kTokenCapacity] = "";           // zero-terminated; words are in lower case
+    TokenFault fault = TokenFault::None;
+    char text[kTokenCapacity] = "";  // zero-terminated; words are in lower case
 };
 
 // Reads the token at `position`, which may be anywhere in the text and at most one behind its end.
 // Only one line end is skipped, so an empty line gives an empty token; so does a character that
-// starts nothing, and then the token ends where it was read. Faults: Syntax for a string not closed
-// on its line, TokenTooLong, CommentNotClosed.
+// starts nothing, and then the token ends where it was read.
 Token readToken(const char* position);
 
 // Lowers `text` in place and returns the keyword it then is, or None.

@@ -4,13 +4,12 @@
 #include <cstddef>
 #include <functional>
 
-#include "script/builtins.h"
 #include "script/text.h"
 
 // Nothing moves and nothing is freed while script code runs: the two threads that may run it can
 // both come upon a new word, and then the worst is a wrong variable. A standard map would break.
-// There cannot be more words than positions of the text.
-static constexpr size_t kMaxNames = kProgramCapacity + 2;
+// There cannot be more words than positions of the text, and the built-ins' names besides.
+static constexpr size_t kMaxNames = kProgramCapacity + 2 + kMaxBuiltins;
 static Name gNames[kMaxNames];
 static size_t gNameCount = 0;
 
@@ -32,8 +31,6 @@ static Name* makeName(std::string_view text) {
     gNameCount = index + 1;
     Name& name = gNames[index];
     std::fill(std::copy(text.begin(), text.end(), name.text), std::end(name.text), '\0');
-    const int32_t builtin = findBuiltin(text);
-    name.builtin = builtin >= 0 ? &gBuiltins[builtin] : nullptr;
     return &name;
 }
 

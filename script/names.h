@@ -13,6 +13,8 @@ struct BuiltinFunction;
 struct Place;
 struct ScriptVariable;
 
+constexpr int32_t kMaxBuiltins = 64;  // names that the engine itself may declare
+
 struct Name {
     char text[kTokenCapacity] = "";            // of its tokens, zero-terminated
     const BuiltinFunction* builtin = nullptr;  // the engine's function of this name

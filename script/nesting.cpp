@@ -31,7 +31,6 @@ void checkNesting(Place* position) {
     if (gStackFloor == nullptr) findStackFloor();
     const char* here = static_cast<const char*>(__builtin_frame_address(0));
     if (gNestingDepth >= kMaxNesting || here < gStackFloor) {
-        gProgramPos = position;
-        syntaxError(ScriptError::NestedTooDeeply);
+        syntaxError(ScriptError::NestedTooDeeply, position);
     }
 }

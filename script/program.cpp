@@ -3,65 +3,66 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "script/arguments.h"
+#include "script/builtins.h"
 #include "script/errors.h"
 #include "script/functions.h"
 #include "script/halt.h"
 #include "script/recovery.h"
 #include "script/text.h"
-#include "script/tokens.h"
+#include "script/token_reader.h"
 #include "script/variables.h"
 
 // Pre-scan ------------------------------------------------------------------------------------
 
 // type name { "," name } ";"
-// Any token serves as a name. No initialisers.
-static void declareGlobal() {
-    getToken();
+// Any token serves as a name. No initialisers. Returns the position after the ";".
+static Place* declareGlobals(Place* type) {
     ScriptVariable global;
-    global.type = static_cast<int32_t>(gToken->keyword);
+    global.type = static_cast<int32_t>(type->keyword);
+    Place* token = type;
     do {
-        getToken();
-        global.name = declaredName(gToken);
-        declareGlobalVariable(global);
-        getToken();
-    } while (tokenIs(','));
-    if (!tokenIs(';')) syntaxError(ScriptError::NoSemicolon);
+        Place* name = tokenAt(token->next);
+        global.name = declaredName(name);
+        declareGlobalVariable(global, name->next);
+        token = tokenAt(name->next);
+    } while (token->symbol == ',');
+    if (token->symbol != ';') syntaxError(ScriptError::NoSemicolon, token->next);
+    return token->next;
 }
 
-// The current token is the type word that stands at `start`. Parameters are read when the function
-// is called, not here.
-static void declareFunctionOrGlobal(Place* start) {
+// Records what the type word begins, if a name follows it. Parameters are read when the function is
+// called, not here. Returns the position after the declaration, which is before a function's body.
+static Place* declareFunctionOrGlobals(Place* type) {
+    Place* name = tokenAt(type->next);
+    if (name->kind != TokenKind::Identifier) return name->next;
     ScriptFunction function;
-    function.returnType = static_cast<int32_t>(gToken->keyword);
-    getToken();
-    if (gToken->kind != TokenKind::Identifier) return;
-    function.name = declaredName(gToken);
-    getToken();
-    if (tokenIs('(')) {
-        function.location = gProgramPos;
-        recordFunction(function);
-        gProgramPos = behindCloseParen(gProgramPos);
-        keepTokens(function.location, gProgramPos);
-    } else {
-        gProgramPos = start;
-        declareGlobal();
+    function.returnType = static_cast<int32_t>(type->keyword);
+    function.name = declaredName(name);
+    Place* token = tokenAt(name->next);
+    if (token->symbol != '(') return declareGlobals(type);
+    function.location = token->next;
+    recordFunction(function);
+    Place* end = afterCloseParen(function.location);
+    keepTokens(function.location, end);
+    return end;
+}
+
+// Declares what `token`, outside of all braces, begins. Returns the position to go on from.
+static Place* prescanFrom(Place* token) {
+    if (token->keyword == KeywordCode::Char || token->keyword == KeywordCode::Int) {
+        return declareFunctionOrGlobals(token);
     }
+    return token->symbol == '{' ? findBalance(token->next, '{', '}')->next : token->next;
 }
 
 static void prescan() {
-    Place* start = gProgramPos;
     gFunctionCount = 0;
-    do {
-        Place* before = gProgramPos;
-        getToken();
-        waitIfStuck(gToken);
-        if (gToken->keyword == KeywordCode::Char || gToken->keyword == KeywordCode::Int) {
-            declareFunctionOrGlobal(before);
-        } else if (tokenIs('{')) {
-            gProgramPos = findBalance(gProgramPos, '{', '}')->next;
-        }
-    } while (gToken->keyword != KeywordCode::Finished);
-    gProgramPos = start;
+    Place* token = tokenAt(gPlaces);
+    while (token->keyword != KeywordCode::Finished) {
+        waitIfStuck(token);
+        token = tokenAt(prescanFrom(token));
+    }
 }
 
 // Entries -------------------------------------------------------------------------------------
@@ -86,12 +87,14 @@ bool loadScript(const char* path) {
     }
     setProgramText(buffer, path);
     resetTokens();
+    declareBuiltins();
+    resetCursor();
     return runGuarded(prescanText, nullptr);
 }
 
 // The call reads its argument list from the definition's own parentheses: they must be empty.
 static void callAtDefinition(Place* location) {
-    gProgramPos = callFunction(location, location - 1);
+    callFunction(location, location - 1);
 }
 
 static void callMain(const void*) {

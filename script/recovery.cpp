@@ -1,12 +1,13 @@
 #include "script/recovery.h"
 
 #include <csetjmp>
-#include <cstdint>
 #include <cstdio>
 
 #include "script/halt.h"
 #include "script/nesting.h"
-#include "script/variables.h"
+
+int32_t gLocalTop = 0;
+int32_t gCallDepth = 0;
 
 // The innermost recovery point of this thread, null outside the interpreter. The jmp_buf lives in
 // the frame of runGuarded.

@@ -5,10 +5,16 @@
 // anything it calls may keep an object with a destructor on its stack while script code runs.
 #pragma once
 
+#include <cstdint>
+
+// How deep script code is. An error puts all of them back, with gNestingDepth (script/nesting.h),
+// to what they were when the engine entered the interpreter, so that repeated errors never exhaust
+// the stacks. The stacks themselves are in script/variables.h.
+extern int32_t gLocalTop;   // locals and arguments of all active calls
+extern int32_t gCallDepth;  // active calls
+
 // Runs operation(argument). Returns true when it came to its end; after a script error prints
-// "Error buffer long jump" and returns false, the local stack and the call depth put back to what
-// they were, so that repeated errors never exhaust them. Each thread has its own recovery points;
-// they nest.
+// "Error buffer long jump" and returns false. Each thread has its own recovery points; they nest.
 bool runGuarded(void (*operation)(const void*), const void* argument);
 
 // Jumps to the calling thread's innermost recovery point. Without one the process is aborted:

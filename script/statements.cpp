@@ -3,11 +3,11 @@
 #include <cstdint>
 
 #include "script/errors.h"
-#include "script/evaluator.h"
+#include "script/expression.h"
 #include "script/functions.h"
 #include "script/halt.h"
 #include "script/nesting.h"
-#include "script/tokens.h"
+#include "script/token_reader.h"
 #include "script/variables.h"
 
 // Takes the next token for the opening brace, whatever it is.
@@ -16,85 +16,98 @@ static Place* findEndOfBlock(Place* position) {
     return findBalance(opening->next, '{', '}')->next;
 }
 
+// What a statement leaves: where to go on, and whether the last token that it read was the end of
+// the text. That ends every block around it, whatever the position is.
+struct Executed {
+    Place* position;
+    bool textHasEnded;
+};
+
+static Executed runStatement(Place* position);
+
+static bool isEnd(const Place* token) {
+    return token->keyword == KeywordCode::Finished;
+}
+
 // type name { "," name } ";"
 // No initialisers. In the body of a loop every pass pushes new locals until the function returns.
 // Not compiled into runBlock, like the other statements that run seldom: it stays the smaller.
-[[gnu::noinline]] static Place* declareLocal(const Place* type) {
-    const Place* token = type;
+[[gnu::noinline]] static Executed declareLocal(Place* type) {
+    Place* token = type;
     do {
         Place* name = tokenAt(token->next);
-        Name* declared = declaredName(name);
-        gProgramPos = name->next;  // for an error's report
-        pushLocal(declared, static_cast<int32_t>(type->keyword));
+        pushLocal(declaredName(name), static_cast<int32_t>(type->keyword), name->next);
         token = tokenAt(name->next);
     } while (token->symbol == ',');
-    if (token->symbol != ';') syntaxErrorBehind(token, ScriptError::NoSemicolon);
-    return token->next;
+    if (token->symbol != ';') syntaxError(ScriptError::NoSemicolon, token->next);
+    return {token->next, false};
 }
 
 // "if" expression statement [ "else" statement ]
-static Place* execIf(const Place* word) {
-    const Evaluated test = evalExpression(word->next);
+static Executed execIf(Place* word) {
+    const Result test = evalExpression(word->next);
     // After the statement the block around us skips the else part when it meets it.
-    if (test.value != 0) return interpretBlock(test.place);
-    Place* next = tokenAt(findEndOfBlock(test.place));
-    gToken = next;
-    return next->keyword == KeywordCode::Else ? interpretBlock(next->next) : next->back;
+    if (test.value != 0) return runStatement(positionAfter(test));
+    Place* next = tokenAt(findEndOfBlock(positionAfter(test)));
+    if (next->keyword == KeywordCode::Else) return runStatement(next->next);
+    return {next->back, isEnd(next)};
 }
 
 // "while" expression statement
-static Place* execWhile(const Place* word) {
-    const Evaluated test = evalExpression(word->next);
-    if (test.value == 0) return findEndOfBlock(test.place);
-    interpretBlock(test.place);
-    return word->back;  // the word itself
+static Executed execWhile(Place* word) {
+    const Result test = evalExpression(word->next);
+    if (test.value == 0) return {findEndOfBlock(positionAfter(test)), false};
+    const Executed body = runStatement(positionAfter(test));
+    return {word->back, body.textHasEnded};  // back to the word itself
 }
 
 // "do" statement "while" expression ";"
-[[gnu::noinline]] static Place* execDo(const Place* word) {
-    const Place* next = tokenAt(interpretBlock(word->next));
-    if (next->keyword != KeywordCode::While) syntaxErrorBehind(next, ScriptError::NoWhile);
-    const Evaluated test = evalExpression(next->next);
-    return test.value != 0 ? word->back : test.place;
+[[gnu::noinline]] static Executed execDo(Place* word) {
+    Place* next = tokenAt(runStatement(word->next).position);
+    if (next->keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile, next->next);
+    const Result test = evalExpression(next->next);
+    return {test.value != 0 ? word->back : positionAfter(test), isEnd(test.end)};
 }
 
-// Evaluates a part of a `for` up to its ";" and steps over the character at the position. That is
-// the ";" put back; after an empty part, whose ";" is consumed, it is the character behind it.
-static Evaluated evaluateForPart(Place* position) {
-    const Evaluated part = evalExpression(position);
-    if (gToken->symbol != ';') {
-        gProgramPos = part.place;
-        syntaxError(ScriptError::NoSemicolon);
-    }
-    return {part.value, behindCharacter(part.place)};
+// A part of a `for` up to its ";": its value, and the position one character further on. That
+// character is the ";" put back; after an empty part, whose ";" is used up, it is the one after it.
+static Place* evaluateForPart(Place* position, int32_t& value) {
+    const Result part = evalExpression(position);
+    if (part.end->symbol != ';') syntaxError(ScriptError::NoSemicolon, positionAfter(part));
+    value = part.value;
+    return afterCharacter(positionAfter(part));
 }
 
 // "for" "(" expression ";" expression ";" expression ")" block
-[[gnu::noinline]] static Place* execFor(const Place* word) {
-    Place* test = evaluateForPart(tokenAt(word->next)->next).place;
+[[gnu::noinline]] static Executed execFor(Place* word) {
+    int32_t value = 0;
+    Place* test = evaluateForPart(tokenAt(word->next)->next, value);
     for (;;) {
-        const Evaluated tested = evaluateForPart(test);
-        Place* step = tested.place;
+        Place* step = evaluateForPart(test, value);
         Place* body = findBalance(step, '(', ')')->next;
-        if (tested.value == 0) return findEndOfBlock(body);
-        interpretBlock(body);
+        if (value == 0) return {findEndOfBlock(body), false};
+        runStatement(body);
         evalExpression(step);
     }
 }
 
-// The ";" behind the expression is left to be read as a statement of its own; in a block, where
+// The ";" after the expression is left to be read as a statement of its own; in a block, where
 // that does nothing, it is read here.
-static Place* execExpression(Place* token, bool inBlock) {
-    Place* end = evalExpressionFrom(token).place;
-    gToken = end;
-    if (end->symbol == ';' && inBlock) return end->next;
-    if (end->symbol == ';') return end->back;
-    gProgramPos = end->back;
-    syntaxError(ScriptError::NoSemicolon);
+static Executed execExpression(Place* token, bool inBlock) {
+    Place* end = evalExpression(token).end;
+    if (end->symbol != ';') syntaxError(ScriptError::NoSemicolon, end->back);
+    return {inBlock ? end->next : end->back, false};
 }
 
-// Runs the keyword statement of `word`, and returns the position behind it.
-static Place* execKeyword(Place* word) {
+// "return" expression
+static Executed execReturn(Place* word) {
+    const Result result = evalExpression(word->next);
+    gReturnValue = result.value;
+    return {positionAfter(result), isEnd(result.end)};
+}
+
+// Runs the keyword statement of `word`, or skips a token that is none.
+static Executed execKeyword(Place* word) {
     switch (word->keyword) {
         case KeywordCode::Char:
         case KeywordCode::Int:
@@ -102,7 +115,7 @@ static Place* execKeyword(Place* word) {
         case KeywordCode::If:
             return execIf(word);
         case KeywordCode::Else:
-            return findEndOfBlock(word->next);
+            return {findEndOfBlock(word->next), false};
         case KeywordCode::For:
             return execFor(word);
         case KeywordCode::Do:
@@ -112,36 +125,38 @@ static Place* execKeyword(Place* word) {
         case KeywordCode::End:
             endProcess(0);
         default:
-            return word->next;
+            return {word->next, isEnd(word)};
     }
 }
 
-static Place* runBlock(Place* position) {
+static Executed runBlock(Place* position) {
     bool inBlock = false;
+    Executed done = {position, false};
     do {
-        Place* token = gToken = tokenAt(position);
+        Place* token = tokenAt(done.position);
         if (token->kind == TokenKind::Identifier) {
-            position = execExpression(token, inBlock);
+            done = execExpression(token, inBlock);
         } else if (token->kind == TokenKind::Block) {
-            position = token->next;
-            if (token->symbol == '}') return position;
+            done = {token->next, false};
+            if (token->symbol == '}') return done;
             inBlock = true;
         } else if (token->keyword == KeywordCode::Return) {
-            const Evaluated result = evalExpression(token->next);
-            gReturnValue = result.value;
-            return result.place;
+            return execReturn(token);
         } else {
             if (inBlock) waitIfStuck(token);
-            position = execKeyword(token);
+            done = execKeyword(token);
         }
-        // Not `token`: the end of the text may have been met by a block inside this one.
-    } while (inBlock && gToken->keyword != KeywordCode::Finished);
-    return position;
+    } while (inBlock && !done.textHasEnded);
+    return done;
 }
 
-Place* interpretBlock(Place* position) {
+static Executed runStatement(Place* position) {
     enterNesting(position);
-    position = runBlock(position);
+    const Executed done = runBlock(position);
     leaveNesting();
-    return position;
+    return done;
+}
+
+void interpretBlock(Place* position) {
+    runStatement(position);
 }

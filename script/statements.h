@@ -7,10 +7,9 @@
 
 struct Place;
 
-// Runs one statement, or one block in braces, at `position` and returns the position behind it. The
-// current token is then the end of the text exactly if that was read last.
+// Runs one statement, or one block in braces, at `position`: the body of a function.
 //
 // `return` ends only the interpretBlock that reads it. Directly in a function's body that ends the
 // function; in a nested block the rest of that block still runs, as part of the block around it,
 // whose end is then that "}"; in the body of a loop it goes on with the next pass.
-Place* interpretBlock(Place* position);
+void interpretBlock(Place* position);

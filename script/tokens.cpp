@@ -2,24 +2,20 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cctype>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
 
-#include "script/halt.h"
-
+Name gNoName;
 static std::vector<Place> gPlaceStorage(1);
 
 Place* gPlaces = gPlaceStorage.data();
-Place* gProgramPos = gPlaceStorage.data();
-Place* gToken = gPlaceStorage.data();
 
 void resetTokens() {
     forgetNames();
-    gPlaceStorage.assign(static_cast<size_t>(gProgramEnd - gProgramBuffer) + 2, Place());
-    gPlaces = gProgramPos = gToken = gPlaceStorage.data();
+    gPlaceStorage.clear();
+    gPlaceStorage.resize(static_cast<size_t>(gProgramEnd - gProgramBuffer) + 2);
+    gPlaces = gPlaceStorage.data();
 }
 
 Place* placeAt(const char* position) {
@@ -66,7 +62,8 @@ static void keepMeaning(Place& place) {
     }
 }
 
-static void keepToken(Place& place) {
+void keepToken(Place* kept) {
+    Place& place = *kept;
     const Token token = readToken(textAt(&place));
     place.kind = token.kind;
     place.keyword = token.keyword;
@@ -76,94 +73,32 @@ static void keepToken(Place& place) {
     place.next = placeAt(token.end);
     place.back = placeAt(token.end - token.length);
     std::memcpy(place.text, token.text, sizeof place.text);
-    if (!token.faulty) keepMeaning(place);
-    // Last of all, also for the compiler: the other thread may read the place at any moment.
+    if (token.fault == TokenFault::None) keepMeaning(place);
+    // Last of all: the other thread may read the place at any moment. This orders the stores for
+    // the compiler, and x86 keeps that order; another processor may show the other thread a place
+    // whose token is kept and whose fields are still those of an unread one.
     std::atomic_signal_fence(std::memory_order_release);
-    place.state = token.faulty ? PlaceState::Faulty : PlaceState::Kept;
-}
-
-void readPlace(Place* place) {
-    if (place->state == PlaceState::Unread) keepToken(*place);
-    if (place->state == PlaceState::Faulty) {
-        gProgramPos = place->next;
-        syntaxError(place->fault);
-    }
+    place.state = token.fault == TokenFault::None ? PlaceState::Kept : PlaceState::Faulty;
 }
 
 void keepTokens(const Place* from, const Place* to) {
     while (from < to) {
         Place& place = gPlaces[from - gPlaces];
-        if (place.state == PlaceState::Unread) keepToken(place);
+        if (place.state == PlaceState::Unread) keepToken(&place);
         if (place.state == PlaceState::Faulty || place.next == from) return;
         from = place.next;
     }
 }
 
-void syntaxErrorBehind(const Place* token, ScriptError error) {
-    gProgramPos = token->next;
-    syntaxError(error);
-}
-
-Name* checkDeclaredName(Place* token) {
-    if (token->length > kMaxNameLength) {
-        std::printf("Name is too long: %s\n", token->text);
-        abortProcess();
-    }
-    return token->name = nameOf(token->text);
-}
-
 // Moving --------------------------------------------------------------------------------------
 
-Place* behindCharacter(const Place* position) {
+Place* afterCharacter(const Place* position) {
     return placeAt(textAt(position) + 1);
 }
 
-Place* behindCloseParen(const Place* position) {
+Place* afterCloseParen(const Place* position) {
     const char* character = textAt(position);
     while (character < gProgramEnd && *character != ')')
         character++;
     return placeAt(character < gProgramEnd ? character + 1 : gProgramEnd);
-}
-
-static const char* unbalancedReason(char open) {
-    if (gProgramCut) return "the script is longer than 9999 bytes and its end is cut off";
-    return open == '{' ? "the text ends inside a block: a \"{\" has no \"}\""
-                       : "the text ends inside a \"for\": its \"(\" has no \")\"";
-}
-
-static Place* walkToBalance(Place* position, char open, char close) {
-    int depth = 1;
-    for (Place* token = tokenAt(position);; token = tokenAt(token->next)) {
-        if (token->symbol == open) depth++;
-        if (token->symbol == close && --depth == 0) return token;
-        waitIfStuck(token);
-        if (token->keyword != KeywordCode::Finished) continue;
-        takeToken(token);
-        waitForEver(unbalancedReason(open));
-    }
-}
-
-Place* findBalance(Place* position, char open, char close) {
-    Place*& end = open == '{' ? position->braceEnd : position->bracketEnd;
-    if (end == nullptr) end = walkToBalance(position, open, close);
-    return end;
-}
-
-// Says what stands at the position, for someone who reads the text in an editor.
-void waitAtCharacter(Place* token) {
-    takeToken(token);
-    const unsigned char c = static_cast<unsigned char>(byteAt(textAt(gProgramPos)));
-    char reason[160];
-    if (c == '\n') {
-        std::snprintf(reason, sizeof reason,
-                      "a line feed without a carriage return before it: "
-                      "save the script with CR LF line ends");
-    } else if (std::isprint(c) != 0) {
-        std::snprintf(reason, sizeof reason,
-                      "the character '%c' starts nothing in the language: remove it", c);
-    } else {
-        std::snprintf(reason, sizeof reason,
-                      "the byte 0x%02X starts nothing in the language: remove it", c);
-    }
-    waitForEver(reason);
 }

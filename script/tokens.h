@@ -7,13 +7,14 @@
 // before it close. None of that can be seen from outside: it is what reading the text again would
 // find.
 //
-// There is no token list. Built-ins and the pre-scan call getToken(), which takes the token at
-// gProgramPos, makes it the current one and moves behind it; putBack() steps back over it.
-// Expressions and statements hand on their places as values instead, tokenAt(token->next) being the
-// next token: so the compiler can keep them in registers.
+// There is no token list and no reading position in here. Who reads holds the place it has come to
+// as a value: tokenAt(position) of script/token_reader.h is the token there, tokenAt(token->next)
+// the one after it, and token->back is where reading goes on when a token is put back.
 //
 // By default two threads run script code in this one state, unlocked: they may read each other's
-// tokens then, but every pointer stays inside the storage. ZEL_TICKS=main avoids it.
+// tokens then. Every pointer stays inside the storage, in whatever order the processor shows one
+// thread what the other wrote: the pointers of a place are never null, and until its token is kept
+// they lead to the place itself and to a name that stands for nothing. ZEL_TICKS=main avoids it.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +26,7 @@
 enum class PlaceState : uint8_t {
     Unread,
     Kept,   // the token has been read and is here
-    Faulty  // it has been read, and taking it raises its error
+    Faulty  // it has been read and has a fault
 };
 
 // What an expression takes the token behind an operand for; the more, the closer it binds.
@@ -44,6 +45,9 @@ enum class Operand : uint8_t {
     Variable  // no call, and behind it stands a plain token but no "="
 };
 
+// The name of tokens that have none. No variable, no function and no built-in is called so.
+extern Name gNoName;
+
 struct Place {
     PlaceState state = PlaceState::Unread;
     Binding binding = Binding::None;
@@ -55,26 +59,20 @@ struct Place {
     char symbol = 0;            // as in Token
     uint8_t length = 0;         // of the token's text
     int32_t number = 0;         // of a number: its value
-    Place* next = nullptr;      // behind the token; of a faulty one, at the fault
-    Place* back = nullptr;      // where putting the token back leads
-    Name* name = nullptr;       // of an identifier, and of what a declaration took for a name
-    Place* braceEnd = nullptr;  // where findBalance from here found the end
-    Place* bracketEnd = nullptr;
-    ScriptError fault = ScriptError::Syntax;
+    Place* next = this;         // after the token; of a faulty one, at the fault
+    Place* back = this;         // where putting the token back leads
+    Name* name = &gNoName;      // of an identifier, and of what a declaration took for a name
+    Place* braceEnd = nullptr;  // where findBalance from here found the "}"
+    Place* parenEnd = nullptr;  // the same for the ")"
+    TokenFault fault = TokenFault::None;
     char text[kTokenCapacity] = "";
 };
 
 // The places of the program text, in order: one for each byte, one for its end, one behind that.
 extern Place* gPlaces;
 
-// Where getToken reads. Behind an error it is the position that the report shows. Never null.
-extern Place* gProgramPos;
-
-// The current token: the last one that getToken took; behind an expression the token that ended it.
-// Never null.
-extern Place* gToken;
-
-// Stands at the start of the program text that has just been set; all that was kept is forgotten.
+// Makes the places of the program text that has just been set; all that was kept is forgotten. The
+// first place is gPlaces.
 void resetTokens();
 
 // Where a place lies in the text, and back; positions outside the text are put at its ends.
@@ -83,74 +81,14 @@ inline const char* textAt(const Place* place) {
 }
 Place* placeAt(const char* position);
 
-// Reads the token at `place` and keeps it there; raises its error, with the position at the fault,
-// if it has one. Cold: what happens once is compiled out of the way of what happens at every visit.
-[[gnu::cold]] void readPlace(Place* place);
-
-// Raises `error` with the position behind `token`.
-[[noreturn, gnu::cold]] void syntaxErrorBehind(const Place* token, ScriptError error);
-
-#ifdef ZEL_STEP_BUDGET
-void countStep();  // of the fuzz target: ends scripts that would never end
-#else
-inline void countStep() {}
-#endif
-
-// The token at `position`; raises its error if it has one. Takes nothing.
-inline Place* tokenAt(Place* position) {
-    countStep();
-    if (position->state != PlaceState::Kept) readPlace(position);
-    return position;
-}
-
-// Makes the token kept at `place` the current one and moves behind it.
-inline void takeToken(Place* place) {
-    gToken = place;
-    gProgramPos = place->next;
-}
-
-// Reads the token at gProgramPos.
-inline TokenKind getToken() {
-    takeToken(tokenAt(gProgramPos));
-    return gToken->kind;
-}
-
-// Moves back over the current token by the length of its text; an empty token moves nothing. Of a
-// string the text is two characters shorter than its source.
-inline void putBack() {
-    gProgramPos = gToken->back;
-}
-
-// True if the current token is the delimiter or brace `c`. A string that only reads like it is not.
-inline bool tokenIs(char c) {
-    return gToken->symbol == c;
-}
-
-// The name that `token`, whatever its kind, gives to what is being declared. One longer than 30
-// characters is fatal: prints "Name is too long: " and the name, and aborts the process.
-Name* checkDeclaredName(Place* token);
-inline Name* declaredName(Place* token) {
-    const bool isGood = token->name != nullptr && token->length <= kMaxNameLength;
-    return isGood ? token->name : checkDeclaredName(token);
-}
+// Reads the token at `place` and keeps it there, or the fault it has. A place is read once.
+void keepToken(Place* place);
 
 // The position one character behind `position`, but never further than one past the end.
-Place* behindCharacter(const Place* position);
+Place* afterCharacter(const Place* position);
 
 // The position just behind the first ")" at or after `position`, or the end of the text.
-Place* behindCloseParen(const Place* position);
-
-// Reads on from `position` until as many `close` as `open` have passed, one `open` being read
-// already, and returns the last `close`; `open` is "{" or "(". Where the text has no such place
-// this never returns (script/halt.h).
-Place* findBalance(Place* position, char open, char close);
-
-// Says so and waits for ever if `token` is one that reading on cannot get past: for loops that go
-// on whatever they read.
-[[noreturn]] void waitAtCharacter(Place* token);
-inline void waitIfStuck(Place* token) {
-    if (token->stuck) waitAtCharacter(token);
-}
+Place* afterCloseParen(const Place* position);
 
 // Keeps the tokens from `from` up to `to`, so that script code on two threads finds them read.
 void keepTokens(const Place* from, const Place* to);

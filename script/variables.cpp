@@ -4,10 +4,8 @@ ScriptVariable gGlobalVars[kMaxGlobals];
 int32_t gGlobalCount = 0;
 
 ScriptVariable gLocalStack[kMaxLocals];
-int32_t gLocalTop = 0;
 
 int32_t gCallStack[1 + kMaxCalls];
-int32_t gCallDepth = 0;
 
 uint64_t gCallNumbers[1 + kMaxCalls] = {1};
 __thread uint64_t gLastCallNumber = 0;
@@ -20,8 +18,8 @@ void startCallNumbers() {
     gLastCallNumber = threads << 48;
 }
 
-void declareGlobalVariable(const ScriptVariable& variable) {
-    if (gGlobalCount >= kMaxGlobals) syntaxError(ScriptError::TooManyGlobals);
+void declareGlobalVariable(const ScriptVariable& variable, const Place* position) {
+    if (gGlobalCount >= kMaxGlobals) syntaxError(ScriptError::TooManyGlobals, position);
     ScriptVariable& slot = gGlobalVars[gGlobalCount];
     slot = variable;
     gGlobalCount++;

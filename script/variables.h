@@ -12,6 +12,7 @@
 
 #include "script/errors.h"
 #include "script/names.h"
+#include "script/recovery.h"
 
 constexpr int32_t kMaxGlobals = 100;
 constexpr int32_t kMaxLocals = 201;  // of all active calls together, arguments included
@@ -30,13 +31,12 @@ struct ScriptVariable {
 extern ScriptVariable gGlobalVars[kMaxGlobals];  // in declaration order; filled by the pre-scan
 extern int32_t gGlobalCount;                     // used entries of gGlobalVars
 
-extern ScriptVariable gLocalStack[kMaxLocals];  // locals and arguments of all active calls
-extern int32_t gLocalTop;                       // used entries of gLocalStack
+// Locals and arguments of all active calls; gLocalTop entries are used.
+extern ScriptVariable gLocalStack[kMaxLocals];
 
 // For each active call, gLocalTop at its start: the frame base. In front stands the base outside of
 // calls, which is 0.
 extern int32_t gCallStack[1 + kMaxCalls];
-extern int32_t gCallDepth;  // active calls
 
 // The numbers of the active calls, and in front that of the time outside of calls. No two calls
 // ever have the same. A name keeps what it was found to stand for with the number of the call it
@@ -61,49 +61,50 @@ inline void keepVariable(Name* name, ScriptVariable* variable, uint64_t call) {
 // lookUpVariable by a search of the frame and the globals; keeps what it finds with the name.
 ScriptVariable* searchVariable(Name* name);
 
-// Raises TooManyGlobals when gGlobalVars is full.
-void declareGlobalVariable(const ScriptVariable& variable);
+// Raises TooManyGlobals, at `position`, when gGlobalVars is full.
+void declareGlobalVariable(const ScriptVariable& variable, const Place* position);
 
-// Pushes an argument of the call to come, and returns it. Raises TooManyLocals when the stack is
-// full.
-inline ScriptVariable* pushArgument(int32_t value) {
+// Pushes an argument of the call to come, and returns it. Raises TooManyLocals, at `position`, when
+// the stack is full.
+inline ScriptVariable* pushArgument(int32_t value, const Place* position) {
     const int32_t top = gLocalTop;
-    if (top >= kMaxLocals) syntaxError(ScriptError::TooManyLocals);
+    if (top >= kMaxLocals) syntaxError(ScriptError::TooManyLocals, position);
     gLocalStack[top] = {nullptr, kArgumentType, value};
     gLocalTop = top + 1;
     return &gLocalStack[top];
 }
 
 // Pushes a local of the current call, with the value 0. Raises TooManyLocals.
-inline void pushLocal(Name* name, int32_t type) {
-    ScriptVariable* local = pushArgument(0);
+inline void pushLocal(Name* name, int32_t type, const Place* position) {
+    ScriptVariable* local = pushArgument(0, position);
     local->name = name;
     local->type = type;
     keepVariable(name, local, gCallNumbers[gCallDepth]);
 }
 
-// Names an argument of the current call. Of two with the same name the newer one counts: parameters
-// are named from the newest argument on.
+// Names an argument of the current call by the next of its parameters. Of two parameters with the
+// same name the first one counts: the other's argument stays unnamed.
 inline void nameArgument(ScriptVariable* argument, Name* name) {
-    argument->name = name;
-    argument->type = kParameterType;
     const uint64_t call = gCallNumbers[gCallDepth];
-    if (name->call != call) keepVariable(name, argument, call);
+    argument->type = kParameterType;
+    if (name->call == call) return;
+    argument->name = name;
+    keepVariable(name, argument, call);
 }
 
 // Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.
-inline void pushCall(int32_t base) {
+inline void pushCall(int32_t base, const Place* position) {
     const int32_t depth = gCallDepth + 1;
-    if (depth > kMaxCalls) syntaxError(ScriptError::TooManyCalls);
+    if (depth > kMaxCalls) syntaxError(ScriptError::TooManyCalls, position);
     gCallStack[depth] = base;
     gCallNumbers[depth] = nextCallNumber();
     gCallDepth = depth;
 }
 
 // Leaves the current call and returns its base. Raises ReturnOutsideFunction if there is none.
-inline int32_t popCall() {
+inline int32_t popCall(const Place* position) {
     const int32_t depth = gCallDepth;
-    if (depth <= 0) syntaxError(ScriptError::ReturnOutsideFunction);
+    if (depth <= 0) syntaxError(ScriptError::ReturnOutsideFunction, position);
     gCallDepth = depth - 1;
     return gCallStack[depth];
 }

@@ -2,15 +2,18 @@
 
 #include "app/globals.h"
 #include "app/main_thread.h"
+#include "script/lexer.h"
 #include "texts/fonts.h"
 #include "timers/timers.h"
 
 std::map<int32_t, GameText> gGameTexts;
-std::map<int32_t, GameText>::iterator gGameTextCursor;
 int32_t gNextTextNumber = 0;
 int32_t gLastTextNumber = 0;
 
-GameText::GameText() : number(gNextTextNumber) {
+// A timer function may rewrite the text while the main thread renders it. So it gets all the memory
+// that a script can fill at once, and zeros in it: what is read meanwhile is some text that ends.
+GameText::GameText() : text(kTokenCapacity, '\0'), number(gNextTextNumber) {
+    text.clear();
     gLastTextNumber = number;
     gNextTextNumber = number + 1;
 }
@@ -73,11 +76,8 @@ void drawGameText(GameText& text) {
 }
 
 void drawGameTexts() {
-    gGameTextCursor = gGameTexts.begin();
-    while (!gGameTexts.empty() && gGameTextCursor != gGameTexts.end()) {
-        drawGameText(gGameTextCursor->second);
-        ++gGameTextCursor;
-    }
+    for (auto& [key, text] : gGameTexts)
+        drawGameText(text);
 }
 
 void closeGameTexts() {

@@ -16,7 +16,7 @@ struct GameText {
     SDL_Texture* texture = nullptr;  // made from the surface; owned
     SDL_Rect rect = {0, 0, 0, 0};
     bool hidden = true;
-    std::string text;  // UTF-8
+    std::string text;  // UTF-8; up to kTokenCapacity - 1 bytes it stays where it is in memory
     int32_t number;    // the record's own number; not the key it is found under
 
     // Takes the next text number; copies keep theirs.
@@ -26,9 +26,6 @@ struct GameText {
 // All texts, drawn in ascending order of keys. A text is keyed by the id that the next timer will
 // get, not by its number: without timers in between a second createText rewrites the first text.
 extern std::map<int32_t, GameText> gGameTexts;
-
-// Where the frame's walk over the texts stands.
-extern std::map<int32_t, GameText>::iterator gGameTextCursor;
 
 extern int32_t gNextTextNumber;  // taken by the next construction; only grows
 extern int32_t gLastTextNumber;  // taken by the latest construction; 0 before any

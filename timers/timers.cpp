@@ -8,7 +8,6 @@ std::map<int32_t, ScriptTimer> gTimers;
 int32_t gNextTimerId = 0;
 int32_t gLastTimerId = 0;
 int32_t gCurrentTimerId = 0;
-std::map<int32_t, ScriptTimer>::iterator gTimerCursor;
 
 // The counter runs ten times as fast as the tick; levels are tuned to that pace.
 static constexpr uint32_t kCountPerTick = 10;
@@ -79,12 +78,12 @@ bool stepTimer(TimerEntry& entry) {
 }
 
 uint32_t stepAllTimers(uint32_t interval, void*) {
-    gTimerCursor = gTimers.begin();
-    while (gTimerCursor != gTimers.end()) {
-        const int32_t key = gTimerCursor->first;
-        const bool fired = stepTimer(*gTimerCursor);
+    auto timer = gTimers.begin();
+    while (timer != gTimers.end()) {
+        const int32_t key = timer->first;
+        const bool fired = stepTimer(*timer);
         // After a firing the key finds the way on: the script may have removed any entry.
-        gTimerCursor = fired ? gTimers.upper_bound(key) : std::next(gTimerCursor);
+        timer = fired ? gTimers.upper_bound(key) : std::next(timer);
     }
     return interval;
 }

@@ -32,9 +32,6 @@ extern int32_t gNextTimerId;  // taken by the next construction; only grows. Tex
 extern int32_t gLastTimerId;  // taken by the latest construction; 0 before any
 extern int32_t gCurrentTimerId;  // id of the timer that fired latest; 0 before any
 
-// Where the tick's walk stands.
-extern std::map<int32_t, ScriptTimer>::iterator gTimerCursor;
-
 // The timer under `key`. An unknown key gets a default record (paused, one-shot, without function),
 // which takes an identifier.
 ScriptTimer& findOrCreateTimer(int32_t key);

@@ -33,9 +33,8 @@ void startSelectionFrame() {
 
 // The unit with the lowest id whose rectangle contains the point, or null.
 static Unit* findUnitAt(int32_t x, int32_t y) {
-    for (gUnitCursor = gUnits.begin(); !gUnits.empty() && gUnitCursor != gUnits.end();
-         ++gUnitCursor) {
-        if (pointInRect(x, y, unitRect(gUnitCursor->second))) return &gUnitCursor->second;
+    for (auto& [id, unit] : gUnits) {
+        if (pointInRect(x, y, unitRect(unit))) return &unit;
     }
     return nullptr;
 }
@@ -56,9 +55,7 @@ bool selectUnitsInFrame() {
     if (frame.w < 1 || frame.h < 1 || gUnits.empty()) return false;
 
     gSelectedUnits.clear();
-    for (gUnitCursor = gUnits.begin(); !gUnits.empty() && gUnitCursor != gUnits.end();
-         ++gUnitCursor) {
-        Unit& unit = gUnitCursor->second;
+    for (auto& [id, unit] : gUnits) {
         if (rectInsideRect(unitRect(unit), frame)) gSelectedUnits.push_back(&unit);
     }
     std::printf("\nSelected=%zu", gSelectedUnits.size());

@@ -1,13 +1,16 @@
 #include "units/unit_builtins.h"
 
 #include "script/arguments.h"
+#include "script/waiting.h"
 #include "units/units.h"
 
 int32_t builtinCreateUnit() {
     int32_t typeIndex = 0, x = 0, y = 0;
     openArguments();
     readIntegers({&typeIndex, &x, &y});
+    const ScriptState state = saveScriptState();     // a timer function waits for the main thread
     const int32_t id = createUnit(typeIndex, x, y);  // even if the ")" is missing
+    restoreScriptState(state);
     expectCloseParen();
     return id;
 }

@@ -47,10 +47,7 @@ void stepUnit(Unit& unit) {
 }
 
 uint32_t stepAllUnits(uint32_t interval, void*) {
-    gUnitCursor = gUnits.begin();
-    while (!gUnits.empty() && gUnitCursor != gUnits.end()) {
-        stepUnit(gUnitCursor->second);
-        ++gUnitCursor;
-    }
+    for (auto& [id, unit] : gUnits)
+        stepUnit(unit);
     return interval;
 }

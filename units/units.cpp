@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "app/globals.h"
+#include "app/main_thread.h"
 
 std::vector<UnitType> gUnitTypes;
 std::map<int32_t, Unit> gUnits;
-std::map<int32_t, Unit>::iterator gUnitCursor;
 int32_t gNextUnitId = 0;
 int32_t gLastUnitId = 0;
 
@@ -29,16 +29,6 @@ Unit& findOrCreateUnit(int32_t id) {
     return gUnits[id];
 }
 
-int32_t createUnit(int32_t typeIndex, int32_t x, int32_t y) {
-    const int32_t id = gNextUnitId;
-    gLastUnitId = id;
-    gNextUnitId = id + 1;
-    Unit& unit = findOrCreateUnit(id);
-    setUnitType(unit, typeIndex);
-    setUnitPosition(unit, x, y);
-    return id;
-}
-
 void setUnitType(Unit& unit, int32_t typeIndex) {
     const UnitType& type = unitType(typeIndex);
     unit.typeIndex = clampTypeIndex(typeIndex);
@@ -58,6 +48,31 @@ void setUnitPosition(Unit& unit, int32_t x, int32_t y) {
     setPosition(unit.image, x, y);
 }
 
+struct UnitCreation {
+    int32_t typeIndex;
+    int32_t x;
+    int32_t y;
+    int32_t id;
+};
+
+static void runCreation(void* data) {
+    UnitCreation* creation = static_cast<UnitCreation*>(data);
+    creation->id = gNextUnitId;
+    gLastUnitId = creation->id;
+    gNextUnitId = creation->id + 1;
+    Unit& unit = findOrCreateUnit(creation->id);
+    setUnitType(unit, creation->typeIndex);
+    setUnitPosition(unit, creation->x, creation->y);
+}
+
+// The unit is created as a whole on the main thread, whose walks then meet it complete or not at
+// all.
+int32_t createUnit(int32_t typeIndex, int32_t x, int32_t y) {
+    UnitCreation creation = {typeIndex, x, y, 0};
+    callOnMainThread(runCreation, &creation);
+    return creation.id;
+}
+
 void orderUnitMove(Unit& unit, int32_t x, int32_t y) {
     unit.targetX = x;
     unit.targetY = y;
@@ -69,9 +84,6 @@ void drawUnit(const Unit& unit) {
 }
 
 void drawUnits() {
-    gUnitCursor = gUnits.begin();
-    while (!gUnits.empty() && gUnitCursor != gUnits.end()) {
-        drawUnit(gUnitCursor->second);
-        ++gUnitCursor;
-    }
+    for (const auto& [id, unit] : gUnits)
+        drawUnit(unit);
 }

@@ -1,8 +1,9 @@
 // Units: the game pieces that a player selects and sends around.
 //
 // Every unit is 15 by 15 pixels, on the screen and for the mouse, whatever the size of its picture.
-// Units are never removed, so references to them stay good. The registry belongs to whoever runs
-// script code, to the unit tick, to the frame drawing and to the mouse; nothing guards it.
+// Units are never removed, so references to them stay valid, and a walk stays among them whatever
+// is added meanwhile: each has a cursor of its own. Unlocked: script code on either thread, the
+// unit tick, the frame drawing and the mouse share the registry.
 #pragma once
 
 #include <cstdint>
@@ -45,9 +46,6 @@ extern std::vector<UnitType> gUnitTypes;  // one entry, from loadUnitTypes on
 
 extern std::map<int32_t, Unit> gUnits;  // by id, walked in ascending order
 
-// Where the walk over the units stands: the one cursor of the tick, the drawing and the mouse.
-extern std::map<int32_t, Unit>::iterator gUnitCursor;
-
 extern int32_t gNextUnitId;  // the id of the next unit created; only grows
 extern int32_t gLastUnitId;  // the id of the unit created latest; 0 before any
 
@@ -59,11 +57,12 @@ bool loadUnitTypes();
 Unit& findOrCreateUnit(int32_t id);
 
 // Creates a unit at x, y and returns its id: 0, 1, 2... in order of creation. Its picture is loaded
-// for it alone; if that fails the failure is reported and the unit is there all the same.
+// for it alone; if that fails the failure is reported and the unit is there all the same. Any
+// thread; waits for the main thread.
 int32_t createUnit(int32_t typeIndex, int32_t x, int32_t y);
 
 // Makes the unit one of the type: its stats, and its picture at the unit's rectangle, visible. A
-// type index outside the list is clamped into it.
+// type index outside the list is clamped into it. Main thread.
 void setUnitType(Unit& unit, int32_t typeIndex);
 
 // Places the unit at once; an order under way stays.

@@ -194,6 +194,31 @@ class End(EngineProcess):
                     script, b"leaving\nleft\n", signal.SIGINT, -signal.SIGINT, ZEL_TICKS=ticks
                 )
 
+    def test_any_second_signal_ends_a_hanging_script(self):
+        write_level(self.folder, "int main() { puts(\"up\"); while (1) { } }")
+        for first in (signal.SIGINT, signal.SIGTERM):
+            for second in (signal.SIGINT, signal.SIGTERM):
+                with self.subTest(f"{first.name}, {second.name}"):
+                    process = self.start()
+                    self.addCleanup(process.stdout.close)
+                    self.addCleanup(process.stderr.close)
+                    self.addCleanup(process.kill)
+                    self.output_until(process, b"up\n")
+                    process.send_signal(first)
+                    self.wait_until_uncaught(process, second)
+                    process.send_signal(second)
+                    self.assertEqual(process.wait(60), -second)
+
+    def test_lines_printed_before_an_endless_loop_can_be_read(self):
+        write_level(
+            self.folder, "int main() { print(\"one\"); puts(\" two\"); print(3); while (1) { } }"
+        )
+        process = self.start()
+        self.addCleanup(process.stdout.close)
+        self.addCleanup(process.stderr.close)
+        self.addCleanup(process.kill)
+        self.output_until(process, b"\none two\n")
+
     def test_error_in_main_leaves_the_engine_running(self):
         write_level(self.folder, "int main() { nothing = 1; }")
         process = self.start()

@@ -2,14 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <functional>
-#include <thread>
 
 #include "app/input.h"
-#include "app/main_thread.h"
 #include "images/images.h"
-#include "script/tokens.h"
 #include "support/engine_test.h"
 #include "texts/fonts.h"
 #include "texts/game_texts.h"
@@ -283,136 +279,4 @@ TEST(TickSetting, UnknownValueIsNamedOnStandardError) {
     const std::string message = testing::internal::GetCapturedStderr();
     EXPECT_NE(std::string::npos, message.find("ZEL_TICKS=Main")) << message;
     SDL_Quit();
-}
-
-// Work handed to the main thread ----------------------------------------------------------------
-
-class HandOver : public EngineTest {
-protected:
-    // Calls a function of the level on another thread while this one drains events.
-    std::string callElsewhere(const char* name) {
-        testing::internal::CaptureStdout();
-        std::atomic<bool> done{false};
-        std::thread other([&] {
-            callScriptFunctionGuarded(name);
-            done = true;
-        });
-        while (!done)
-            drainEvents();
-        other.join();
-        drainEvents();
-        return testing::internal::GetCapturedStdout();
-    }
-};
-
-TEST_F(HandOver, LoadWaitsForItsTexture) {
-    writePicture("levels/level1/a.bmp", 31, 17, kRed);
-    runLevel(
-        "int f() { int i; i = loadimage(\"a.bmp\"); showimage(i, 1); print(i); } int main() {}");
-    EXPECT_EQ("0", callElsewhere("f"));
-    EXPECT_EQ(31, getW(gImages.at(0)));
-    EXPECT_EQ(kRed, framePixel(10, 10));
-}
-
-TEST_F(HandOver, FailedLoadIsReportedWithSdlsReason) {
-    runLevel("int f() { loadimage(\"none.bmp\"); } int main() { f(); }");
-    const std::string here = outputOfCall("f");
-    EXPECT_EQ(here, callElsewhere("f"));
-}
-
-TEST_F(HandOver, TitleAndFullScreenArriveInOrder) {
-    runLevel(
-        "int f() { int i; for (i = 0; i < 100; i = i + 1) { changewindowname(\"a\");"
-        "fullscreen(4097); fullscreen(0); changewindowname(\"b\"); } } int main() {}");
-    EXPECT_EQ("", callElsewhere("f"));
-    EXPECT_STREQ("Zel - b", SDL_GetWindowTitle(gWindow));
-    EXPECT_EQ(0u, SDL_GetWindowFlags(gWindow) & SDL_WINDOW_FULLSCREEN_DESKTOP);
-}
-
-TEST_F(HandOver, HandedOverEventsAreNoEventsToTheScript) {
-    pushMotion(11, 22);
-    drain();
-    runLevel("int f() { changewindowname(\"a\"); createunit(0, 1, 1); } int main() {}");
-    callElsewhere("f");
-    EXPECT_EQ("1122", runStatements("print(getmousex()); print(getmousey());"));
-}
-
-TEST_F(HandOver, UnitGetsItsTexture) {
-    runLevel("int f() { createunit(0, 100, 100); } int main() {}");
-    EXPECT_EQ("", callElsewhere("f"));
-    EXPECT_EQ(kBlue, framePixel(107, 107));
-}
-
-TEST_F(HandOver, LoadGivesUpWithANullTextureWhenTheEngineCloses) {
-    runLevel("int f() { print(loadimage(\"img/peon.bmp\")); } int main() {}");
-    testing::internal::CaptureStdout();
-    std::atomic<bool> done{false};
-    std::thread other([&] {
-        callScriptFunctionGuarded("f");
-        done = true;
-    });
-    SDL_Delay(50);  // by now it waits for a main loop that never comes
-    EXPECT_FALSE(done);
-    closeEngine();
-    other.join();
-    const std::string output = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(0u, output.find("\n1Unable to load image levels/level1/img/peon.bmp! SDL Error: "));
-    EXPECT_EQ('0', output.back());
-    EXPECT_EQ(nullptr, gImages.at(0).texture);
-}
-
-TEST_F(HandOver, TextErasedElsewhereIsReleasedHere) {
-    runLevel(
-        "int f() { deletetext(0); createtext(\"b\", 0, 0, 9, 9); deletetext(0); } int main() {"
-        "createtext(\"a\", 0, 0, 9, 9); }");
-    composeFrame();
-    EXPECT_EQ("", callElsewhere("f"));
-    composeFrame();
-}
-
-TEST_F(HandOver, FontReplacedElsewhereIsClosedHere) {
-    runLevel(
-        "int f() { int i; for (i = 0; i < 50; i = i + 1) { changeallfont(\"arial.ttf\", 30); } }"
-        "int main() { createtext(\"a\", 0, 0, 9, 9); }");
-    EXPECT_EQ("", callElsewhere("f"));
-    composeFrame();
-    EXPECT_NE(nullptr, gGameTexts.at(0).texture);
-}
-
-// Two threads in the interpreter ----------------------------------------------------------------
-
-// Each declares 95 names that are no identifiers: words that the load does not know.
-static std::string declaresNewWords(const std::string& function) {
-    std::string text = "int " + function + "() {";
-    for (int i = 0; i < 95; i++)
-        text += " int " + std::to_string(i) + function + ";";
-    return text + " }\n";
-}
-
-TEST_F(HandOver, TwoThreadsMayMeetNewWordsAtOnce) {
-    const std::string level = declaresNewWords("a") + declaresNewWords("b") + "int main() {}";
-    for (int round = 0; round < 150; round++) {
-        runLevel(level);
-        testing::internal::CaptureStdout();  // the threads may well run into errors of the script
-        std::atomic<int> started{0};
-        const auto call = [&](const char* function) {
-            started++;
-            while (started < 2) {
-            }
-            callScriptFunctionGuarded(function);
-        };
-        std::thread other(call, "a");
-        call("b");
-        other.join();
-        testing::internal::GetCapturedStdout();
-    }
-    EXPECT_EQ("7", runLevel("int main() { print(7); }"));
-}
-
-// Where a built-in goes on that waited on another thread meanwhile, as getche does.
-TEST_F(HandOver, CallLeavesThePositionBehindTheParameters) {
-    const std::string head = "int f()";
-    runLevel(head + " { if (1) { print(1); } while (0) { } } int main() {}");
-    outputOfCall("f");
-    EXPECT_EQ(gProgramBuffer + head.size(), textAt(gProgramPos));
 }

@@ -51,8 +51,8 @@ static void takeText(std::string& bytes) {
 
 static void expectSameToken(const Lexeme& ours, const Token& theirs, size_t position) {
     const size_t end = static_cast<size_t>(theirs.end - gProgramBuffer);
-    ASSERT_EQ(theirs.faulty, ours.fault != TokenFault::None) << "at " << position;
-    if (theirs.faulty) return;
+    ASSERT_EQ(theirs.fault, ours.fault) << "at " << position;
+    if (theirs.fault != TokenFault::None) return;
     EXPECT_EQ(std::string(theirs.text), std::string(ours.text)) << "at " << position;
     EXPECT_EQ(theirs.kind, ours.kind) << "at " << position;
     EXPECT_EQ(theirs.keyword, ours.keyword) << "at " << position;

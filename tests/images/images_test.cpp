@@ -264,8 +264,7 @@ static void setWord(std::string& bytes, size_t place, uint32_t value) {
 // Width and height of a BMP stand at the bytes 18 and 22 of its file.
 TEST_F(Images, PictureOfAHugeDeclaredSizeIsRefused) {
     writePicture("whole.bmp", 16, 16, kRed);
-    // Not 1 by 2147483647: SDL_image takes 8 GB and half a minute to find out.
-    const uint32_t sizes[][2] = {{0x7FFFFFFF, 0x7FFFFFFF}, {0x7FFFFFFF, 1}, {1, 1000000},
+    const uint32_t sizes[][2] = {{0x7FFFFFFF, 0x7FFFFFFF}, {0x7FFFFFFF, 1}, {1, 0x7FFFFFFF},
                                  {100000, 100000},         {20000, 2},      {0, 16},
                                  {16, 0x80000000},         {0xFFFFFFFF, 1}};
     for (const auto& size : sizes) {
@@ -279,6 +278,57 @@ TEST_F(Images, PictureOfAHugeDeclaredSizeIsRefused) {
     }
     EXPECT_EQ(8u, gImages.size());
     composeFrame();
+}
+
+// SDL_image would take 8 GB to find out.
+TEST_F(Images, PictureLargerThanATextureIsRefusedByItsHeader) {
+    writePicture("whole.bmp", 16, 16, kRed);
+    SDL_RendererInfo info;
+    ASSERT_EQ(0, SDL_GetRendererInfo(gRenderer, &info));
+    const std::string limits =
+        std::to_string(info.max_texture_width) + "x" + std::to_string(info.max_texture_height);
+    const uint32_t tooHigh = static_cast<uint32_t>(info.max_texture_height) + 1;
+    const uint32_t tooWide = static_cast<uint32_t>(info.max_texture_width) + 1;
+    const uint32_t sizes[][2] = {
+        {1, 0x7FFFFFFF}, {1, 0x80000000}, {1, tooHigh}, {1, 0U - tooHigh}, {tooWide, 1}};
+    for (const auto& size : sizes) {
+        std::string bytes = bytesOf("whole.bmp");
+        setWord(bytes, 18, size[0]);
+        setWord(bytes, 22, size[1]);
+        writeFile("levels/level1/a.bmp", bytes);
+        const std::string reason = "Texture dimensions are limited to " + limits;
+        const std::string output = runStatements("loadimage(\"a.bmp\");");
+        EXPECT_EQ(0u, output.find("\n1Unable to load image levels/level1/a.bmp! SDL Error: " +
+                                  reason + "\nCant load image: levels/level1/a.bmp.   "))
+            << output;
+    }
+}
+
+// The header of the oldest BMP files has 16-bit sizes: 1 by 65535, and 16 by 16 to be sure that a
+// picture of that kind is not refused for nothing.
+TEST_F(Images, OldHeaderIsReadToo) {
+    std::string bytes("BM\0\0\0\0\0\0\0\0\x1A\0\0\0\x0C\0\0\0\x01\0\xFF\xFF\x01\0\x18\0", 26);
+    writeFile("levels/level1/a.bmp", bytes);
+    EXPECT_NE(std::string::npos,
+              runStatements("loadimage(\"a.bmp\");").find("Texture dimensions are limited to "));
+    bytes[18] = bytes[20] = 16;
+    bytes[21] = 0;
+    std::string pixels;
+    for (int i = 0; i < 16 * 16; i++)
+        pixels += std::string("\0\0\xFF", 3);
+    writeFile("levels/level1/b.bmp", bytes + pixels);
+    EXPECT_EQ("", runStatements("a = loadimage(\"b.bmp\"); showimage(a, 1);"));
+    EXPECT_EQ(kRed, framePixel(8, 8));
+}
+
+TEST_F(Images, ReasonIsToldWhole) {
+    std::string path = "levels/";
+    for (int i = 0; i < 6; i++)
+        path += std::string(60, 'x') + "/";
+    path += "end.bmp";
+    testing::internal::CaptureStdout();
+    loadImageFile(path.c_str());
+    EXPECT_NE(std::string::npos, testing::internal::GetCapturedStdout().find("open " + path));
 }
 
 TEST_F(Images, PictureOfAnotherFormatIsLoadedByItsContents) {

@@ -480,12 +480,11 @@ class Machine(Evaluator):
 
     def name_param(self, index, base, names):
         name = self.name_token()
+        known = b"" if name in names else name  # of two parameters with one name the first counts
         if index >= base:
-            self.locals[index][0] = name
-        elif name in names:
-            raise OutOfBudget  # which of two equal names is found first is not fixed
+            self.locals[index][0] = known
         else:
-            self.push_local(name, 0, loose=True)
+            self.push_local(known, 0, loose=True)
         names.append(name)
 
     def interpret_block(self):

@@ -1,0 +1,73 @@
+#include "script/token_reader.h"
+
+#include <cctype>
+#include <cstdio>
+
+#include "script/errors.h"
+#include "script/halt.h"
+
+// The error that taking a token with this fault raises.
+static ScriptError errorOf(TokenFault fault) {
+    switch (fault) {
+        case TokenFault::TooLong:
+            return ScriptError::TokenTooLong;
+        case TokenFault::OpenComment:
+            return ScriptError::CommentNotClosed;
+        default:
+            return ScriptError::Syntax;
+    }
+}
+
+void readPlace(Place* place) {
+    if (place->state == PlaceState::Unread) keepToken(place);
+    if (place->state == PlaceState::Faulty) syntaxError(errorOf(place->fault), place->next);
+}
+
+Name* checkDeclaredName(Place* token) {
+    if (token->length > kMaxNameLength) {
+        std::printf("Name is too long: %s\n", token->text);
+        abortProcess();
+    }
+    return token->name = nameOf(token->text);
+}
+
+static const char* unbalancedReason(char open) {
+    if (gProgramCut) return "the script is longer than 9999 bytes and its end is cut off";
+    return open == '{' ? "the text ends inside a block: a \"{\" has no \"}\""
+                       : "the text ends inside a \"for\": its \"(\" has no \")\"";
+}
+
+static Place* walkToBalance(Place* position, char open, char close) {
+    int depth = 1;
+    for (Place* token = tokenAt(position);; token = tokenAt(token->next)) {
+        if (token->symbol == open) depth++;
+        if (token->symbol == close && --depth == 0) return token;
+        waitIfStuck(token);
+        if (token->keyword != KeywordCode::Finished) continue;
+        waitForEver(unbalancedReason(open), token->next);
+    }
+}
+
+Place* findBalance(Place* position, char open, char close) {
+    Place*& end = open == '{' ? position->braceEnd : position->parenEnd;
+    if (end == nullptr) end = walkToBalance(position, open, close);
+    return end;
+}
+
+// Says what stands at the position, for someone who reads the text in an editor.
+void waitAtCharacter(const Place* token) {
+    const unsigned char c = static_cast<unsigned char>(byteAt(textAt(token->next)));
+    char reason[160];
+    if (c == '\n') {
+        std::snprintf(reason, sizeof reason,
+                      "a line feed without a carriage return before it: "
+                      "save the script with CR LF line ends");
+    } else if (std::isprint(c) != 0) {
+        std::snprintf(reason, sizeof reason,
+                      "the character '%c' starts nothing in the language: remove it", c);
+    } else {
+        std::snprintf(reason, sizeof reason,
+                      "the byte 0x%02X starts nothing in the language: remove it", c);
+    }
+    waitForEver(reason, token->next);
+}

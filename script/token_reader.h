@@ -1,0 +1,43 @@
+// Reading the script's tokens while it runs: what cannot be read raises its error, and what cannot
+// be got past stops the script for good. Called inside runGuarded (script/recovery.h), on either
+// thread.
+#pragma once
+
+#include "script/tokens.h"
+
+// Reads the token at `place`; raises its error, with the position at the fault, if it has one.
+// Cold: runs once per place, so it is kept out of line.
+[[gnu::cold]] void readPlace(Place* place);
+
+#ifdef ZEL_STEP_BUDGET
+void countStep();  // of the fuzz target: ends scripts that would never end
+#else
+inline void countStep() {}
+#endif
+
+// The token at `position`; raises its error if it has one.
+inline Place* tokenAt(Place* position) {
+    countStep();
+    if (position->state != PlaceState::Kept) readPlace(position);
+    return position;
+}
+
+// The name that `token`, whatever its kind, gives to what is being declared. One longer than 30
+// characters is fatal: prints "Name is too long: " and the name, and aborts the process.
+Name* checkDeclaredName(Place* token);
+inline Name* declaredName(Place* token) {
+    const bool isGood = token->name != &gNoName && token->length <= kMaxNameLength;
+    return isGood ? token->name : checkDeclaredName(token);
+}
+
+// Reads on from `position` until as many `close` as `open` have passed, one `open` being read
+// already, and returns the last `close`; `open` is "{" or "(". Where the text has no such place
+// this never returns (script/halt.h).
+Place* findBalance(Place* position, char open, char close);
+
+// Says so and waits for ever if `token` is one that reading on cannot get past: for loops that go
+// on whatever they read.
+[[noreturn]] void waitAtCharacter(const Place* token);
+inline void waitIfStuck(const Place* token) {
+    if (token->stuck) waitAtCharacter(token);
+}
