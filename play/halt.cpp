@@ -3,6 +3,7 @@
 #include "script/halt.h"
 
 #include "play/level.h"
+#include "play/watch.h"
 
 void endProcess(int status) {
     leaveLevel(status == 0 ? LevelEnd::Ended : LevelEnd::Failed);
@@ -16,7 +17,7 @@ void raiseDivisionFault() {
     leaveLevel(LevelEnd::Divided);
 }
 
-void waitForEver(const char* reason) {
-    gStuckReason = reason;
+void waitForEver(const char* reason, const Place* position) {
+    gStuckReason = scriptPlace(position) + ": " + reason;
     leaveLevel(LevelEnd::Stuck);
 }

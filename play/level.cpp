@@ -51,7 +51,7 @@ const char* endWord(LevelEnd end) {
 std::string endSentence() {
     const std::string sentence = kEndTexts[static_cast<size_t>(gLevelEnd)].sentence;
     if (gLevelEnd != LevelEnd::Stuck) return sentence;
-    return sentence + ", " + scriptPlace() + ": " + gStuckReason;
+    return sentence + ", " + gStuckReason;
 }
 
 void leaveLevel(LevelEnd end) {

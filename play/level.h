@@ -23,7 +23,7 @@ enum class LevelEnd {
 // How the level has ended.
 extern LevelEnd gLevelEnd;
 
-// Of a level that is stuck: why, in the interpreter's words.
+// Of a level that is stuck: where and why, in the interpreter's words.
 extern std::string gStuckReason;
 
 // The length of a pass of runLevel, and whether it draws: without that only the frames that are

@@ -3,6 +3,8 @@
 
 #include <string>
 
+struct Place;
+
 // Sets the watch to ten seconds again. When they have passed, a signal handler says where the
 // script is and ends the process with status 3.
 void restartWatch();
@@ -11,5 +13,5 @@ void restartWatch();
 // real standard output, as the answer to a command.
 void setWatchPlace(const std::string& place, bool answers);
 
-// Where the script is: file:line:column, counted from 1.
-std::string scriptPlace();
+// A place in the script: file:line:column, counted from 1.
+std::string scriptPlace(const Place* place);
