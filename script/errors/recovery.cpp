@@ -13,7 +13,10 @@ int32_t gCallDepth = 0;
 // the frame of runGuarded.
 static thread_local std::jmp_buf* gErrorJump = nullptr;
 
-bool runGuarded(void (*operation)(const void*), const void* argument) {
+static void ignore(bool) {}
+void (*gOnScript)(bool enters) = ignore;
+
+static bool runInside(void (*operation)(const void*), const void* argument) {
     std::jmp_buf here;
     std::jmp_buf* const outer = gErrorJump;
     const int32_t localTop = gLocalTop;
@@ -32,6 +35,14 @@ bool runGuarded(void (*operation)(const void*), const void* argument) {
     gNestingDepth = nestingDepth;
     gErrorJump = outer;
     return false;
+}
+
+bool runGuarded(void (*operation)(const void*), const void* argument) {
+    const bool isOutermost = gErrorJump == nullptr;
+    if (isOutermost) gOnScript(true);
+    const bool succeeded = runInside(operation, argument);
+    if (isOutermost) gOnScript(false);
+    return succeeded;
 }
 
 void leaveToRecoveryPoint() {

@@ -20,3 +20,8 @@ bool runGuarded(void (*operation)(const void*), const void* argument);
 // Jumps to the calling thread's innermost recovery point. Without one the process is aborted:
 // the interpreter was entered past runGuarded.
 [[noreturn]] void leaveToRecoveryPoint();
+
+// Called with true when a thread enters the interpreter, with false when it is out again. Does
+// nothing, unless another program measures the script: it puts its function in before the engine
+// starts.
+extern void (*gOnScript)(bool enters);

@@ -1,6 +1,6 @@
 """Includes run one way, down the list of rooms, and in no circle.
 
-The application shell includes the subsystems, they include the script's wings, and each wing only
+play/ stands on all of the engine. The application shell includes the subsystems, they include the script's wings, and each wing only
 those below it. The ground, app/base, includes nothing of ours.
 """
 
@@ -11,6 +11,7 @@ import sys
 # Each room includes itself and rooms further down. Of two in one line neither includes the other,
 # but for the two pairs named below.
 ROOMS = [
+    ["play"],
     ["app"],
     ["images", "keys", "texts", "timers", "units"],
     ["script/run"],

@@ -1,0 +1,139 @@
+#include "play/hands.h"
+
+#include <deque>
+
+#include "app/base/input.h"
+#include "app/base/window.h"
+
+static std::deque<SDL_Event> gQueue;
+
+// As of the events taken, and as of all events made: what the engine sees, and where the hands are.
+static Uint8 gHeld[SDL_NUM_SCANCODES];
+static Uint8 gFingers[SDL_NUM_SCANCODES];
+static int gPointerX = 0;
+static int gPointerY = 0;
+static Uint32 gButtons = 0;  // bits by SDL_BUTTON
+
+// Taking ------------------------------------------------------------------------------------------
+
+int takeEvent(SDL_Event* event) {
+    if (gEngineClosed || gQueue.empty()) return 0;
+    *event = gQueue.front();
+    gQueue.pop_front();
+    const bool isKey = event->type == SDL_KEYDOWN || event->type == SDL_KEYUP;
+    if (isKey) gHeld[event->key.keysym.scancode] = event->key.state;
+    return 1;
+}
+
+const Uint8* heldKeys() {
+    return gHeld;
+}
+
+// Making ------------------------------------------------------------------------------------------
+
+static SDL_Event newEvent(Uint32 type) {
+    SDL_Event event;
+    SDL_zero(event);
+    event.type = type;
+    event.common.timestamp = static_cast<Uint32>(gInput.nowMs());
+    return event;
+}
+
+// The symbol of a key on the usual American layout. SDL's own answer depends on the layout of the
+// machine, and a script can see the symbol.
+static SDL_Keycode usualSymbol(SDL_Scancode key) {
+    static const char kLetters[] = "abcdefghijklmnopqrstuvwxyz1234567890\r\x1b\b\t -=[]\\#;'`,./";
+    constexpr size_t kCount = sizeof kLetters - 1;
+    if (key == SDL_SCANCODE_UNKNOWN) return SDLK_UNKNOWN;
+    if (key == SDL_SCANCODE_DELETE) return SDLK_DELETE;
+    const size_t index = static_cast<size_t>(key) - SDL_SCANCODE_A;
+    if (key >= SDL_SCANCODE_A && index < kCount) return kLetters[index];
+    return static_cast<SDL_Keycode>(SDL_SCANCODE_TO_KEYCODE(static_cast<int>(key)));
+}
+
+static Uint16 heldModifiers() {
+    static constexpr Uint16 kBits[] = {KMOD_LCTRL, KMOD_LSHIFT, KMOD_LALT, KMOD_LGUI,
+                                       KMOD_RCTRL, KMOD_RSHIFT, KMOD_RALT, KMOD_RGUI};
+    unsigned modifiers = 0;
+    for (size_t i = 0; i < 8; i++) {
+        if (gFingers[SDL_SCANCODE_LCTRL + i] != 0) modifiers |= kBits[i];
+    }
+    return static_cast<Uint16>(modifiers);
+}
+
+static void makeKeyEvent(Uint32 type, SDL_Scancode key, bool repeats) {
+    SDL_Event event = newEvent(type);
+    event.key.windowID = gEngineClosed ? 0 : SDL_GetWindowID(gWindow);
+    event.key.state = gFingers[key];
+    event.key.repeat = repeats ? 1 : 0;
+    event.key.keysym.scancode = key;
+    event.key.keysym.sym = usualSymbol(key);
+    event.key.keysym.mod = heldModifiers();
+    gQueue.push_back(event);
+}
+
+void pressKey(SDL_Scancode key) {
+    const bool repeats = gFingers[key] != 0;
+    gFingers[key] = SDL_PRESSED;
+    makeKeyEvent(SDL_KEYDOWN, key, repeats);
+}
+
+bool releaseKey(SDL_Scancode key) {
+    if (gFingers[key] == SDL_RELEASED) return false;
+    gFingers[key] = SDL_RELEASED;
+    makeKeyEvent(SDL_KEYUP, key, false);
+    return true;
+}
+
+void movePointer(int x, int y) {
+    SDL_Event event = newEvent(SDL_MOUSEMOTION);
+    event.motion.windowID = gEngineClosed ? 0 : SDL_GetWindowID(gWindow);
+    event.motion.state = gButtons;
+    event.motion.x = x;
+    event.motion.y = y;
+    event.motion.xrel = x - gPointerX;
+    event.motion.yrel = y - gPointerY;
+    gPointerX = x;
+    gPointerY = y;
+    gQueue.push_back(event);
+}
+
+void bringPointer(int x, int y) {
+    if (x != gPointerX || y != gPointerY) movePointer(x, y);
+}
+
+static void makeButtonEvent(Uint32 type, Uint8 button, Uint8 state) {
+    SDL_Event event = newEvent(type);
+    event.button.windowID = gEngineClosed ? 0 : SDL_GetWindowID(gWindow);
+    event.button.button = button;
+    event.button.state = state;
+    event.button.clicks = 1;
+    event.button.x = gPointerX;
+    event.button.y = gPointerY;
+    gQueue.push_back(event);
+}
+
+void pressButton(Uint8 button) {
+    gButtons |= static_cast<Uint32>(SDL_BUTTON(button));
+    makeButtonEvent(SDL_MOUSEBUTTONDOWN, button, SDL_PRESSED);
+}
+
+bool releaseButton(Uint8 button) {
+    const Uint32 bit = static_cast<Uint32>(SDL_BUTTON(button));
+    if ((gButtons & bit) == 0) return false;
+    gButtons &= ~bit;
+    makeButtonEvent(SDL_MOUSEBUTTONUP, button, SDL_RELEASED);
+    return true;
+}
+
+void dragPointer(int x, int y) {
+    constexpr int kSteps = 4;
+    const int fromX = gPointerX;
+    const int fromY = gPointerY;
+    for (int step = 1; step <= kSteps; step++)
+        movePointer(fromX + (x - fromX) * step / kSteps, fromY + (y - fromY) * step / kSteps);
+}
+
+void pressClose() {
+    gQueue.push_back(newEvent(SDL_QUIT));
+}

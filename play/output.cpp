@@ -1,0 +1,114 @@
+#include "play/output.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+std::string gPrinted;
+
+static int gRealOutput = STDOUT_FILENO;
+static bool gPassOn = false;
+static off_t gTaken = 0;     // bytes of the caught output that are in gPrinted
+static size_t gMatched = 0;  // where the last match in gPrinted ends
+static size_t gAsked = 0;    // up to where newOutput has given gPrinted
+
+static bool emptyInput() {
+    const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    return nothing >= 0 && dup2(nothing, STDIN_FILENO) >= 0;
+}
+
+bool catchOutput(bool passOn) {
+    const int caught = memfd_create("zelplay", MFD_CLOEXEC);
+    gRealOutput = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
+    if (caught < 0 || gRealOutput < 0 || dup2(caught, STDOUT_FILENO) < 0) return false;
+    // Without a buffer nothing is lost in it, wherever the level ends or hangs.
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    gPassOn = passOn;
+    return emptyInput();
+}
+
+void writeBytes(const char* bytes, size_t size) {
+    while (size > 0) {
+        const ssize_t written = write(gRealOutput, bytes, size);
+        if (written <= 0) return;
+        bytes += written;
+        size -= static_cast<size_t>(written);
+    }
+}
+
+// Reads at a place of its own: the level's writes and these reads share one file offset.
+static size_t readCaught(char* bytes, size_t size) {
+    const ssize_t got = pread(STDOUT_FILENO, bytes, size, gTaken);
+    if (got <= 0) return 0;
+    gTaken += got;
+    if (gPassOn) writeBytes(bytes, static_cast<size_t>(got));
+    return static_cast<size_t>(got);
+}
+
+void takeOutput() {
+    char bytes[4096];
+    while (const size_t size = readCaught(bytes, sizeof bytes))
+        gPrinted.append(bytes, size);
+}
+
+void passOnRest() {
+    char bytes[4096];
+    while (readCaught(bytes, sizeof bytes) > 0) {
+    }
+}
+
+void writeOut(const std::string& text) {
+    writeBytes(text.data(), text.size());
+}
+
+bool matchOutput(const std::string& text) {
+    const size_t found = gPrinted.find(text, gMatched);
+    if (found == std::string::npos) return false;
+    gMatched = found + text.size();
+    return true;
+}
+
+std::string unmatchedOutput() {
+    return gPrinted.substr(gMatched);
+}
+
+std::string newOutput() {
+    const std::string text = gPrinted.substr(gAsked);
+    gAsked = gPrinted.size();
+    return text;
+}
+
+static void appendEscaped(std::string& result, char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '\n') {
+        result += "\\n";
+    } else if (c == '\r') {
+        result += "\\r";
+    } else if (c == '\t') {
+        result += "\\t";
+    } else if (c == '"' || c == '\\') {
+        result += '\\';
+        result += c;
+    } else if (byte < 0x20 || byte == 0x7F) {
+        char code[5];
+        std::snprintf(code, sizeof code, "\\x%02x", static_cast<unsigned>(byte));
+        result += code;
+    } else {
+        result += c;
+    }
+}
+
+std::string escaped(const std::string& text) {
+    std::string result = "\"";
+    for (const char c : text)
+        appendEscaped(result, c);
+    return result + '"';
+}
+
+std::string escapedEnd(const std::string& text) {
+    constexpr size_t kMost = 500;
+    if (text.size() <= kMost) return escaped(text);
+    return "..." + escaped(text.substr(text.size() - kMost));
+}
