@@ -50,12 +50,13 @@ static const char* skipBlockComment(const char* p) {
 
 static void finishText(Token& token, const char* end) {
     token.keyword = KeywordCode::Finished;
-    token.end = end;
+    token.start = token.end = end;
 }
 
 static void fail(Token& token, const char* place, TokenFault fault) {
     token.fault = fault;
     token.end = place;
+    if (token.start == nullptr) token.start = place;
 }
 
 // Makes `c` the whole text, `length` times.
@@ -102,6 +103,7 @@ static void takeWord(Token& token, const char* p, TokenKind kind) {
 // The tokens that may also stand directly behind a comment. Braces are not among them: a "{" there
 // gives an empty token, like every other character that starts nothing.
 static void takeToken(Token& token, const char* p) {
+    token.start = p;
     const char c = byteAt(p);
     const bool orEqual = byteAt(p + 1) == '=';
     if (const char relation = relationCode(c, orEqual); relation != '\0') {
@@ -132,6 +134,7 @@ Token readToken(const char* position) {
         finishText(token, p);
     } else if (c == '{' || c == '}') {
         token.kind = TokenKind::Block;
+        token.start = p;
         takeSymbol(token, p, c, 1);
     } else if (c == '/' && second == '*') {
         p = skipBlockComment(p);

@@ -89,7 +89,8 @@ constexpr size_t kTokenCapacity = 80;  // bytes of a token's text, the terminati
 constexpr size_t kMaxNameLength = 30;  // characters of what a declaration may take for a name
 
 struct Token {
-    const char* end = nullptr;  // the position after the token; with a fault, the fault's place
+    const char* start = nullptr;  // its first byte, after what was skipped
+    const char* end = nullptr;    // the position after the token; with a fault, the fault's place
     TokenKind kind = TokenKind::Delimiter;
     KeywordCode keyword = KeywordCode::None;
     char symbol = 0;  // the text's first byte if this is a delimiter or a brace; 0 if it is empty

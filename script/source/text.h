@@ -10,8 +10,9 @@
 // Bytes of text kept of a script file, its terminating zero included.
 constexpr size_t kProgramCapacity = 10000;
 
-// The text, zero-terminated. Allocated by loadScript and owned by the process until it ends.
-extern char* gProgramBuffer;
+// The text, zero-terminated. Owned by whoever set it, for as long as it is read: by loadScript,
+// until the process ends.
+extern const char* gProgramBuffer;
 
 // The terminating zero of the text: the first zero byte in gProgramBuffer.
 extern const char* gProgramEnd;
@@ -28,7 +29,7 @@ extern bool gProgramCut;
 bool readProgramFile(char* buffer, const char* path);
 
 // Takes `buffer` as the program text of `path`.
-void setProgramText(char* buffer, const char* path);
+void setProgramText(const char* buffer, const char* path);
 
 // The byte at `position`; zero at the end of the text and behind it.
 inline char byteAt(const char* position) {
