@@ -6,8 +6,8 @@
 
 Round after round a level is started, worked on with a fast mouse and many keys, and ended in the
 midst of it. Two threads in one script get in each other's way in the default setting, and their
-script errors are only counted. A crash, a report of a sanitizer, a picture reported as not loaded, a
-wrong exit status and a hang are failures.
+script errors are only counted. A crash, a report of a sanitizer, a picture reported as not loaded,
+a wrong exit status and a hang are failures.
 """
 
 import argparse
@@ -45,8 +45,9 @@ int keys() {
 }
 """
 
-# Idle units for the mouse: the engine looks for the one that the pointer is at while the units' tick
-# walks over them too. The unseen ones cost no drawing, and make both walks long enough to meet.
+# Idle units for the mouse: the engine looks for the one that the pointer is at while the units'
+# tick walks over them too. The unseen ones cost no drawing, and make both walks long enough to
+# meet.
 WALKS = HEAD + """
 int main()
 {
