@@ -131,7 +131,7 @@ def lose(game, fast):
     game.expect("LOST")
     fast.hold_only()
     fast.tap_until("space", "READY")
-    player.until(lambda: game.picture().count(RED, *HEARTS) == full, player.PATIENCE, "three hearts")
+    game.see(lambda seen: seen.count(RED, *HEARTS) == full, what="three hearts")
 
 
 if __name__ == "__main__":

@@ -78,7 +78,7 @@ def lose(game, fast):
     game.expect("LOST")
     game.see(lambda seen: seen.count(red, *HEARTS) == 0, what="no heart")
     fast.tap_until("space", "NIGHT")
-    player.until(lambda: game.picture().count(red, *HEARTS) == full, player.PATIENCE, "three hearts")
+    game.see(lambda seen: seen.count(red, *HEARTS) == full, what="three hearts")
 
 
 if __name__ == "__main__":
