@@ -66,8 +66,8 @@ std::string_view Scanner::textOf(const Lexeme& lexeme, const Token& token) const
             return std::string_view(text_).substr(lexeme.start + 1, size - quotes);
         }
         default:
-            const bool isRelation = token.symbol > 0 && token.symbol <= kNotEqual;
-            if (isRelation) return kRelationTexts[token.symbol - 1];
+            const bool isRelation = token.punctuator > 0 && token.punctuator <= kNotEqual;
+            if (isRelation) return kRelationTexts[token.punctuator - 1];
             return std::string_view(text_).substr(lexeme.start, token.length);
     }
 }

@@ -33,14 +33,14 @@ static const char* skipWhiteSpace(const char* p) {
     return skipBlanks(p);
 }
 
-// `p` stands at the first character of the comment. Returns the place behind its line, or null if
-// the text ends before its line does.
+// `p` is at the first character of the comment. Returns the position after its line, or null if the
+// text ends first.
 static const char* skipLineComment(const char* p) {
     const void* end = std::memchr(p, '\n', static_cast<size_t>(gProgramEnd - p));
     return end == nullptr ? nullptr : static_cast<const char*>(end) + 1;
 }
 
-// The same for a block comment: the place just behind it, or null if the text ends before it does.
+// The same for a block comment: the position just after it, or null.
 static const char* skipBlockComment(const char* p) {
     for (p += 2; p < gProgramEnd; p++) {
         if (*p == '*' && byteAt(p + 1) == '/') return p + 2;
@@ -61,7 +61,7 @@ static void fail(Token& token, const char* place, TokenFault fault) {
 
 // Makes `c` the whole text, `length` times.
 static void takeSymbol(Token& token, const char* p, char c, int length) {
-    token.symbol = c;
+    token.punctuator = c;
     token.length = static_cast<uint8_t>(c == '\0' ? 0 : length);
     std::memset(token.text, c, token.length);
     token.end = p + length;
@@ -77,7 +77,7 @@ static bool appendCharacter(Token& token, const char* p) {
     return true;
 }
 
-// `p` stands behind the opening quote. There are no escapes.
+// `p` is after the opening quote. There are no escapes.
 static void takeString(Token& token, const char* p) {
     for (; byteAt(p) != '"'; p++) {
         if (p >= gProgramEnd || *p == '\r') return fail(token, p, TokenFault::OpenString);
@@ -100,7 +100,7 @@ static void takeWord(Token& token, const char* p, TokenKind kind) {
     }
 }
 
-// The tokens that may also stand directly behind a comment. Braces are not among them: a "{" there
+// The tokens that may also come directly after a comment. Braces are not among them: a "{" there
 // gives an empty token, like every other character that starts nothing.
 static void takeToken(Token& token, const char* p) {
     token.start = p;

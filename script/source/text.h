@@ -1,7 +1,7 @@
 // The program text: the level script as it was read from its file.
 //
 // There is one text for the whole run. It never changes after loading, so a position in it can be
-// kept and returned to at any time; that is how loops and calls work. Nothing at or behind
+// kept and returned to at any time; that is how loops and calls work. Nothing at or after
 // gProgramEnd is ever read as text.
 #pragma once
 
@@ -31,7 +31,7 @@ bool readProgramFile(char* buffer, const char* path);
 // Takes `buffer` as the program text of `path`.
 void setProgramText(const char* buffer, const char* path);
 
-// The byte at `position`; zero at the end of the text and behind it.
+// The byte at `position`; zero at the end of the text and after it.
 inline char byteAt(const char* position) {
     return position < gProgramEnd ? *position : '\0';
 }
