@@ -73,10 +73,9 @@ std::string writeDeletedTimer(Random& random) {
 }
 
 std::string writeInterval(Random& random) {
-    if (randomChance(random, 30)) return "0";
-    if (randomChance(random, 30)) return between(random, -5, 20);
-    if (randomChance(random, 50)) return "x";
-    return between(random, 100, 20000);
+    if (randomChance(random, 30)) return between(random, -20, -1);
+    if (randomChance(random, 50)) return "x * x + 400";
+    return between(random, 400, 30000);
 }
 
 std::string writeKeyCode(Random& random) {

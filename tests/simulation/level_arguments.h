@@ -19,7 +19,7 @@ std::string writeId(Random& random);            // a constant: few different one
                                                 // create records
 std::string writeLastId(Random& random);        // what the registries made latest, or near it
 std::string writeDeletedTimer(Random& random);  // any id but those of the lasting timers
-std::string writeInterval(Random& random);      // of a timer; a short one is rare
+std::string writeInterval(Random& random);      // of a timer; never a short one
 std::string writeKeyCode(Random& random);  // mostly one of the few keys that the player presses
 std::string writeText(Random& random);     // a string or a bare word
 std::string writePicture(Random& random);  // a good one, a missing one or a broken one

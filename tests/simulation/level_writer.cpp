@@ -69,6 +69,11 @@ static void writeImageStatement() {
     }
 }
 
+// One that fires at every tick could make others without end in the very same tick.
+static void writeQuickTimer() {
+    counted("quick", 3, "createtimer(c < 30, c / 6, " + writeFunctionName(gDice) + ");");
+}
+
 static std::string newTimer() {
     return "createtimer(" + std::string(chance(500) ? "0" : value()) + ", " + writeInterval(gDice) +
            ", " + writeFunctionName(gDice) + ");";
@@ -76,6 +81,7 @@ static std::string newTimer() {
 
 static void writeTimerStatement() {
     const std::string lasting = std::to_string(randomBelow(gDice, kLastingTimers));
+    if (chance(30)) return writeQuickTimer();
     switch (randomBelow(gDice, 7)) {
         case 0:
         case 1:
@@ -152,13 +158,13 @@ static void writeKeyStatement() {
     const std::string name = writeFunctionName(gDice);
     switch (randomBelow(gDice, 4)) {
         case 0:
-            counted("keys", 40, "addexectfunckey(" + value() + ", " + key + ", " + name + ");");
+            counted("keys", 80, "addexectfunckey(" + value() + ", " + key + ", " + name + ");");
             break;
         case 1:
             line("changefunckey(" + key + ", " + name + ", " + writeFunctionName(gDice) + ");");
             break;
         case 2:
-            line("deletefunckey(" + key + ", " + name + "); keys = keys - 1;");
+            line("deletefunckey(" + key + ", " + name + ");");
             break;
         default:
             line("deletefunckey(getcurrentkey(), " + name + ");");
@@ -283,7 +289,7 @@ static void writeStatements(int32_t count, int32_t depth) {
 
 // What every level has. `check` says so when a call has disturbed its caller.
 static void writeHelpers() {
-    line("int c, x, y, t, made, texts, units, pics, keys, wild, age, lo;");
+    line("int c, x, y, t, made, texts, units, pics, keys, wild, age, lo, quick;");
     line("int rec(int n) { if (n > 0) { return rec(n - 1) + 1; } return 0; }");
     line("int deep(int n) { int a, b; a = n; deep(n + 1); }");
     const std::string open(45, '('), close(45, ')');
@@ -296,7 +302,7 @@ static void writeHelpers() {
     line(
         "int sweep() { int e; e = getlasttimer(); while (lo < e) { deletetimer(lo); lo = lo + 1; "
         "}");
-    line("lo = getlasttimer(); if (lo < 4) { lo = 4; } made = 0; }");
+    line("lo = getlasttimer(); made = 0; }");
 }
 
 // The ways in which some levels end: by themselves, or the engine at least.
@@ -328,7 +334,7 @@ static void writeFunction() {
 
 static void writeMain() {
     line("int main() {");
-    line("int i, k;");
+    line("int i, k; lo = " + std::to_string(kLastingTimers) + "; t = lo;");
     for (int32_t i = 0; i < kLastingTimers; i++) {
         const std::string function = i == 0 ? "\"f0\"" : writeFunctionName(gDice);
         line("createtimer(0, " + std::to_string(randomBetween(gDice, 20, 4000)) + ", " + function +
