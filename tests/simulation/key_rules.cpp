@@ -117,8 +117,10 @@ void checkKeyRules() {
     gErrorsBefore = scriptErrors();  // those of timers count for no key
     requireRule(std::memcmp(gFlags, gKeyHasBindings, sizeof gFlags) == 0,
                 "flags are set by a first binding and cleared with the last");
-    for (int32_t key = 0; key < 256; key++)
-        requireRule(isSameList(static_cast<uint8_t>(key)), "lists change by built-ins only");
+    for (const auto& [key, list] : gLists)
+        requireRule(isSameList(key), "lists change by built-ins only");
+    for (const auto& [key, list] : gKeyBindings)
+        requireRule(isSameList(key), "lists change by built-ins only");
     requireRule(gCurrentKey >= 0 && gCurrentKey < kKeyCodes, "the current key is a key code");
 }
 

