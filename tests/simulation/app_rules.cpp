@@ -26,6 +26,7 @@ void checkEventRules(const SDL_Event& event) {
 }
 
 void checkAppRules(bool quitSeen) {
+    requireRule(!eventsAreLeft(), "a pass dispatches every event, those behind a quit too");
     requireRule(quitSeen == quitWasDelivered(), "a pass tells of the quit that it has seen");
     requireRule(gSystemPictures.size() == 1, "there is one system picture");
     requireRule(selectionFrame().path == "SysPics/select.bmp", "it is that of the selection");

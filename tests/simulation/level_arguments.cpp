@@ -80,7 +80,7 @@ std::string writeInterval(Random& random) {
 
 std::string writeKeyCode(Random& random) {
     if (randomChance(random, 100)) return writeNumber(random);
-    return text(pickFrom(random, kUsualKeys));
+    return text(randomChance(random, 400) ? kUsualKeys[0] : pickFrom(random, kUsualKeys));
 }
 
 std::string writeText(Random& random) {

@@ -153,15 +153,21 @@ static void writeUnitStatement() {
     }
 }
 
+// Few names on few keys: one that is bound twice, with another in between, is what shows which of
+// the two a removal takes.
+static std::string boundName() {
+    return chance(250) ? writeFunctionName(gDice) : chance(600) ? "\"f5\"" : "\"f6\"";
+}
+
 static void writeKeyStatement() {
     const std::string key = writeKeyCode(gDice);
-    const std::string name = writeFunctionName(gDice);
+    const std::string name = boundName();
     switch (randomBelow(gDice, 4)) {
         case 0:
             counted("keys", 80, "addexectfunckey(" + value() + ", " + key + ", " + name + ");");
             break;
         case 1:
-            line("changefunckey(" + key + ", " + name + ", " + writeFunctionName(gDice) + ");");
+            line("changefunckey(" + key + ", " + name + ", " + boundName() + ");");
             break;
         case 2:
             line("deletefunckey(" + key + ", " + name + ");");
@@ -300,9 +306,9 @@ static void writeHelpers() {
     line("for (a = 0; a < 5; a = a + 1) { b = sum(b, a, 1); }");
     line("if (b != 15) { puts(\"WRONG loop\"); } }");
     line(
-        "int sweep() { int e; e = getlasttimer(); while (lo < e) { deletetimer(lo); lo = lo + 1; "
+        "int sweep() { int e; e = getlasttimer(); while (lo <= e) { deletetimer(lo); lo = lo + 1; "
         "}");
-    line("lo = getlasttimer(); made = 0; }");
+    line("lo = getlasttimer() + 1; made = 0; }");
 }
 
 // The ways in which some levels end: by themselves, or the engine at least.
@@ -341,7 +347,7 @@ static void writeMain() {
              ");");
     }
     for (int32_t i = randomBelow(gDice, 6); i > 0; i--)
-        line("addexectfunckey(0, " + writeKeyCode(gDice) + ", " + writeFunctionName(gDice) + ");");
+        line("addexectfunckey(0, " + writeKeyCode(gDice) + ", " + boundName() + ");");
     for (int32_t i = randomBelow(gDice, 5); i > 0; i--)
         line("createunit(0, " + place() + ");");
     writeStatements(randomBetween(gDice, 2, 20), 0);

@@ -175,6 +175,10 @@ uint64_t playedMs() {
     return gNowMs - gStartMs;
 }
 
+bool eventsAreLeft() {
+    return !gEvents.empty();
+}
+
 bool quitWasDelivered() {
     return gQuitDelivered;
 }

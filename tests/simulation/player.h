@@ -15,6 +15,9 @@ void closeByPlayer();
 // Milliseconds on the player's clock since it was started.
 uint64_t playedMs();
 
+// Events of this pass that the engine has not asked for.
+bool eventsAreLeft();
+
 // A quit event, a left or a right button event has been delivered, as the last of its kind.
 bool quitWasDelivered();
 bool leftIsDown();
