@@ -69,8 +69,7 @@ void watchBuiltins() {
         nameOf(builtin.name)->builtin = &builtin;
 }
 
-// The readers of arguments
-// -------------------------------------------------------------------------
+// The readers of arguments -----------------------------------------------------------------------
 
 WRAP_FUNCTION("_Z11readIntegerv", int32_t, ReadInteger, ());
 WRAP_FUNCTION("_Z11onlyIntegerv", int32_t, OnlyInteger, ());

@@ -49,8 +49,7 @@ static const char kHelp[] =
     "  --script  prints the level of the seed and plays nothing\n"
     "  --output  shows what the levels print\n";
 
-// Failures
-// -----------------------------------------------------------------------------------------
+// Failures ---------------------------------------------------------------------------------------
 
 static unsigned long long plain(uint64_t number) {
     return number;
@@ -71,15 +70,14 @@ static std::string howItEnded(int status) {
     if (WIFSIGNALED(status)) {
         const int signal = WTERMSIG(status);
         if (signal == SIGPROF) return "it hangs: no pass for ten seconds of processor time";
-        if (signal == SIGALRM) return "it hangs: the level has not ended in two minutes";
+        if (signal == SIGALRM) return "it hangs: the level waits for something that never comes";
         return std::string("it crashed: ") + strsignal(signal);
     }
     if (WEXITSTATUS(status) == kBrokenRuleStatus) return "a rule is broken";
     return "the process ended with status " + std::to_string(WEXITSTATUS(status));
 }
 
-// Playing
-// ------------------------------------------------------------------------------------------
+// Playing ----------------------------------------------------------------------------------------
 
 static SeedResult play(uint64_t seed) {
     int pipeEnds[2];
@@ -139,8 +137,7 @@ static void printSummary() {
         plain(gEnds[0]), plain(gEnds[1]), plain(gEnds[2]), plain(gEnds[3]), plain(gEnds[4]));
 }
 
-// Options
-// ------------------------------------------------------------------------------------------
+// Options ----------------------------------------------------------------------------------------
 
 // Takes the value of an option; the options of length open the number of seeds.
 static bool takeNumber(const char* option, const char* value) {

@@ -29,7 +29,7 @@ static bool gRightDown = false;
 static int32_t gMouseX = 0;
 static int32_t gMouseY = 0;
 
-// Events ------------------------------------------------------------------------------------------
+// Events -----------------------------------------------------------------------------------------
 
 static SDL_Event& addEvent(Uint32 type) {
     SDL_Event event;
@@ -116,8 +116,7 @@ static void followEvent(const SDL_Event& event) {
     if (event.button.button == SDL_BUTTON_RIGHT) gRightDown = down;
 }
 
-// In SDL's place
-// -----------------------------------------------------------------------------------
+// In SDL's place ---------------------------------------------------------------------------------
 
 static uint64_t nowMs() {
     gNowMs += gLookMs;
@@ -146,8 +145,7 @@ void startPlayer(uint64_t seed) {
     gInput = {nowMs, pollEvent, keyStates};
 }
 
-// Passes
-// -------------------------------------------------------------------------------------------
+// Passes -----------------------------------------------------------------------------------------
 
 // A frame takes 16 ms; some passes are faster, some are so slow that ticks are dropped.
 static uint64_t passMs() {

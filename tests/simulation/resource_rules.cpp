@@ -55,8 +55,7 @@ static void requireOpen() {
     requireRule(!gClosed, "nothing of SDL's is used after the close");
 }
 
-// SDL
-// ----------------------------------------------------------------------------------------------
+// SDL --------------------------------------------------------------------------------------------
 
 // The renderer without a graphics driver: quick to start, and it keeps no frames that nobody reads.
 SDL_Renderer* wrapCreateRenderer(SDL_Window* window, int, Uint32) {
@@ -141,8 +140,7 @@ int wrapSetFullscreen(SDL_Window* window, Uint32 flags) {
     return realSetFullscreen(window, flags);
 }
 
-// The close
-// ----------------------------------------------------------------------------------------
+// The close --------------------------------------------------------------------------------------
 
 // A second close does nothing.
 void wrapCloseEngine() {
@@ -158,8 +156,7 @@ void checkClosedRules() {
     requireRule(gSurfaces == 0, "the close frees what the texts rendered");
 }
 
-// Frames
-// -------------------------------------------------------------------------------------------
+// Frames -----------------------------------------------------------------------------------------
 
 static int64_t copiesOfFrame() {
     int64_t copies = 0;
@@ -181,8 +178,7 @@ void wrapDrawFrame() {
     requireRule(gCopies == (gEngineClosed ? 0 : copiesOfFrame()), "a frame shows what is visible");
 }
 
-// After a pass
-// -------------------------------------------------------------------------------------
+// After a pass -----------------------------------------------------------------------------------
 
 static int64_t ownedTextures() {
     int64_t owned = 0;

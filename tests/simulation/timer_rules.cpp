@@ -38,7 +38,7 @@ static std::vector<int32_t> gFiredKeys;  // in this tick
 static std::set<int32_t> gMadeAbove;     // created in this tick above the walk's place
 static bool gInTick = false;
 
-// Calls -------------------------------------------------------------------------------------------
+// Calls ------------------------------------------------------------------------------------------
 
 static void requireCounters() {
     requireRule(gNextTimerId == gConstructions, "each construction takes one timer id");
@@ -101,7 +101,7 @@ void wrapDeleteTimer(int32_t key) {
     requireRule(gTimers.size() == size - (existed ? 1 : 0), "no other timer goes with it");
 }
 
-// Ticks -------------------------------------------------------------------------------------------
+// Ticks ------------------------------------------------------------------------------------------
 
 static void rememberTimers() {
     gBefore.clear();
@@ -131,8 +131,9 @@ void wrapCallGuarded(const char* name) {
     requireRule(timer.counter == 0, "a timer that fires starts to count anew");
     requireRule(gCurrentTimerId == timer.id, "the current timer is the one that fires");
     gFiredKeys.push_back(key);
-    // A one-shot removes the timer under its id, which may be the key of another one.
-    if (timer.oneShot && timer.id != key) gTouched.insert(timer.id);
+    // A one-shot, or one that its function makes a one-shot, removes the timer under its id: that
+    // may be the key of another one.
+    if (timer.id != key) gTouched.insert(timer.id);
     realCallGuarded(name);
 }
 
@@ -185,8 +186,7 @@ uint32_t wrapStepAllTimers(uint32_t interval, void* parameter) {
     return result;
 }
 
-// After a pass
-// -------------------------------------------------------------------------------------
+// After a pass -----------------------------------------------------------------------------------
 
 void checkTimerRules() {
     static std::set<int32_t> ids;

@@ -54,7 +54,7 @@ static KnownUnit& knownOf(const Unit& unit) {
     reportBrokenRule("a unit stays in the registry for ever");
 }
 
-// Calls -------------------------------------------------------------------------------------------
+// Calls ------------------------------------------------------------------------------------------
 
 // An unknown id gets an invisible unit at 0, 0.
 Unit& wrapFindUnit(int32_t id) {
@@ -120,7 +120,7 @@ void setUnitBuiltinRules() {
     setBuiltinRule("getunity", afterGetUnitY);
 }
 
-// Ticks -------------------------------------------------------------------------------------------
+// Ticks ------------------------------------------------------------------------------------------
 
 // The sum of the squares is one of 32 bits; a negative one counts as distance 0.
 static bool isFar(const KnownUnit& unit) {
@@ -159,8 +159,7 @@ uint32_t wrapStepAllUnits(uint32_t interval, void* parameter) {
     return result;
 }
 
-// After a pass
-// -------------------------------------------------------------------------------------
+// After a pass -----------------------------------------------------------------------------------
 
 static size_t gTypes = 0;
 
