@@ -115,6 +115,13 @@ void wrapCloseFont(TTF_Font* font) {
     realCloseFont(font);
 }
 
+// SDL stretches in software by way of a picture of the whole rectangle, however little of it is in
+// the window: seconds and gigabytes for a large one.
+static bool isQuicklyStretched(const SDL_Rect* rect) {
+    constexpr int kLargest = 4096;
+    return rect->w <= kLargest && rect->h <= kLargest;
+}
+
 int wrapRenderCopy(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Rect* from,
                    const SDL_Rect* to) {
     // Stretching in software takes more time than all the rest: few of the copies are made.
@@ -122,7 +129,8 @@ int wrapRenderCopy(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Rect*
     static int64_t all = 0;
     requireOpen();
     gCopies++;
-    return all++ % kCopiesPerReal == 0 ? realRenderCopy(renderer, texture, from, to) : 0;
+    if (all++ % kCopiesPerReal != 0 || !isQuicklyStretched(to)) return 0;
+    return realRenderCopy(renderer, texture, from, to);
 }
 
 void wrapPresent(SDL_Renderer* renderer) {
