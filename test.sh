@@ -44,8 +44,9 @@ buildEngine() {
     cmake --preset "$1" -DZEL_WERROR=ON && cmake --build "$(buildFolder "$1")" --target zel
 }
 
-# runTests PRESET [OPTION...]: the tests side by side; the options are for ctest. There are more of them
-# than processors, as many wait most of their time. A preset without tests is a mistake, not a success.
+# runTests PRESET [OPTION...]: the tests side by side; the options are for ctest. There are more of
+# them than processors, as many wait most of their time. A preset without tests is a mistake, not a
+# success.
 runTests() {
     ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error \
         -j "$(($(nproc) + 2))" "${@:2}"
