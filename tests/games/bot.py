@@ -1,6 +1,6 @@
 """Plays a game by looking and acting, and writes down what it did as a play.
 
-    def win(level):
+    def win(level, luck):
         level.do("run 100")                 # a command of the play
         level.do('expect "READY"')
         star = level.image(3)               # a look, which the play does not need
@@ -12,6 +12,7 @@ The clock of a play stands still while the bot thinks, so the same bot on the sa
 the same. Its play is the test; the bot is wanted again only when the game has changed.
 """
 
+import random
 import re
 import subprocess
 import sys
@@ -86,10 +87,20 @@ def number(pair):
     return pair[0], int(pair[1])
 
 
+class Missed(Exception):
+    """What a bot raises that has not done what its play is to show."""
+
+
 def main(game, name, play):
-    """Plays the game and writes the play into its folder. The bot's first line heads it."""
-    level = Level(sys.argv[1], game)
-    play(level)
+    """Plays the game with luck of seed after seed, until it goes well, and writes the play into the
+    game's folder. The bot's description heads it."""
+    for seed in range(100):
+        level = Level(sys.argv[1], game)
+        try:
+            play(level, random.Random(seed))
+            break
+        except Missed as missed:
+            print(f"{name}, seed {seed}: {missed}")
+    head = f"// {play.__doc__}\n// Made by tests/games/{game}_bot.py.\n\n"
     file = GAMES / game / "plays" / f"{name}.play"
-    head = f"// {play.__doc__}\n// Played by tests/games/{game}_bot.py, which makes it anew.\n\n"
     file.write_text(head + "\n".join(level.lines) + "\n")
