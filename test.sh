@@ -12,7 +12,7 @@ kStages=(
     "release plays: runPlays release"
     "asan build: build asan"
     "asan tests: runTests asan"
-    "asan plays: runPlays asan -E ^games/"
+    "asan plays: runPlays asan"
     "tsan build: buildEngine tsan"
     "tsan play: runPlays tsan -R play/soak"
     "fuzz build: build fuzz"

@@ -50,7 +50,7 @@ def landing(ball, before):
 
 
 def steer(level, ball, before, off):
-    """Holds the key that brings the paddle under the ball, or under the parcel while there is time."""
+    """Holds the key that brings the paddle under the ball, or the parcel while there is time."""
     paddle, gift = level.image(PADDLE), level.image(GIFT)
     target = landing(ball, before) - off
     if 300 < gift["y"] < 455 and (ball["y"] < before["y"] or ball["y"] < 240):
