@@ -16,6 +16,7 @@ import random
 import re
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 GAMES = Path(__file__).resolve().parents[2] / "games"
@@ -27,7 +28,7 @@ class Level:
     """A game that waits for commands, and the commands so far."""
 
     def __init__(self, zelplay, game):
-        command = [zelplay, "--output", "/tmp", str(GAMES / game), "-"]
+        command = [zelplay, "--output", tempfile.gettempdir(), str(GAMES / game), "-"]
         self.process = subprocess.Popen(command, text=True, stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE)
         self.lines = []
