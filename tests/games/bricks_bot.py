@@ -90,7 +90,7 @@ def rally(level, luck):
 
 
 def win(level, luck):
-    """The wall comes down with one ball."""
+    """The wall comes down with one ball. A letter counts as a move of the mouse to 0, 0."""
     level.held = None
     level.run(96)
     level.do('expect "READY"')

@@ -36,7 +36,7 @@ def aim(images):
     """Where to point: a little below the nearest safe star, as it falls."""
     owl = (images[OWL]["x"] + 21, images[OWL]["y"] + 18)
     meteors = places(images, METEORS, 6)
-    stars = places(images, STARS, 10) + 3 * places(images, BLUE, 1)
+    stars = places(images, STARS, 10) + places(images, BLUE, 1)
     safe = [star for star in stars if is_safe(star, meteors)]
     if not safe:
         return None

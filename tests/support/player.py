@@ -170,8 +170,8 @@ class Player:
         return b"Normal" in state and before == (self.left, self.top)
 
     def settle(self):
-        """Waits until the engine has read all that was done so far with mouse and keys. False if its
-        window is gone."""
+        """Waits until the engine has read all that was done so far with mouse and keys. False if
+        its window is gone."""
         return self.pings.wait_for(int(self.window))
 
     def find_corner(self):
@@ -223,7 +223,8 @@ class Player:
     def run(self, *command, **options):
         """Runs a program on the display to its end."""
         return subprocess.run(
-            command, env=self.environment, check=True, timeout=PATIENCE, stdout=subprocess.PIPE, **options
+            command, env=self.environment, check=True, timeout=PATIENCE, stdout=subprocess.PIPE,
+            **options
         ).stdout
 
     def xdotool(self, *words):
