@@ -113,9 +113,6 @@ MOVES = 200  # of the mouse, for one key
 class Pressed(LevelPlayer):
     """A player who does not wait for the engine."""
 
-    def check_output(self):
-        """Left to check_round."""
-
     def act(self):
         """A key, and the mouse all over the window while it is held; then a click or a frame."""
         key, button = random.choice(BOUND_KEYS), random.choice((1, 1, 2, 3))
