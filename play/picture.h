@@ -1,27 +1,25 @@
-// The frame as the play sees it: read, saved, compared. Colours are 0xRRGGBB.
+// The frame as the play sees it: read, saved, compared. Pictures have the frame's size; colours are
+// 0xRRGGBB.
 #pragma once
 
 #include <SDL.h>
 
+#include <memory>
 #include <string>
-#include <vector>
 
-// The frame's pixels, row by row, 640 by 480.
-using Frame = std::vector<Uint32>;
+struct FreeSurface {
+    void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using Picture = std::unique_ptr<SDL_Surface, FreeSurface>;
 
-// Composes the frame and reads it. Returns false if the engine is shut down.
-bool readFrame(Frame& frame);
+// Composes the frame and reads it. Null if the engine is shut down.
+Picture readFrame();
 
-Uint32 pixelAt(const Frame& frame, int x, int y);
+// Saves as PNG. Returns false, with SDL's reason, if it cannot be written.
+bool savePicture(SDL_Surface& picture, const std::string& path);
 
-// Pixels of the colour in the rectangle, which lies in the frame.
-int countPixels(const Frame& frame, const SDL_Rect& rect, Uint32 colour);
+// Null if there is no picture of the frame's size.
+Picture loadPicture(const std::string& path);
 
-// Saves the frame as PNG. Returns false, with SDL's reason, if it cannot be written.
-bool saveFrame(const Frame& frame, const std::string& path);
-
-// Loads a picture of the frame's size. Returns false if there is none.
-bool loadFrame(const std::string& path, Frame& frame);
-
-// How many pixels differ.
-int differingPixels(const Frame& one, const Frame& other);
+int pixelAt(const SDL_Surface& picture, int x, int y);
+int differingPixels(const SDL_Surface& one, const SDL_Surface& other);

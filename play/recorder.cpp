@@ -33,47 +33,33 @@ static std::string keyName(SDL_Scancode key) {
     return isGood ? name : "code " + std::to_string(static_cast<int>(key));
 }
 
-static std::string place(int x, int y) {
-    return std::to_string(x) + ' ' + std::to_string(y);
-}
-
-static SDL_Point gPointer = {0, 0};  // as the play has it
-
 static void performMotion(int x, int y) {
-    perform("mouse move " + place(x, y));
-    gPointer = {x, y};
+    static SDL_Point at = {0, 0};  // the pointer as the play has it
+    if (x == at.x && y == at.y) return;
+    perform("mouse move " + std::to_string(x) + ' ' + std::to_string(y));
+    at = {x, y};
 }
 
 static void performButton(const SDL_MouseButtonEvent& button) {
     static const char* const kButtons[] = {"left", "middle", "right", "x1", "x2"};
     if (button.button < SDL_BUTTON_LEFT || button.button > SDL_BUTTON_X2) return;
-    if (button.x != gPointer.x || button.y != gPointer.y) performMotion(button.x, button.y);
+    performMotion(button.x, button.y);
     const std::string verb = button.state == SDL_PRESSED ? "mouse down " : "mouse up ";
     perform(verb + kButtons[button.button - SDL_BUTTON_LEFT]);
 }
 
+static void performKey(const SDL_KeyboardEvent& key) {
+    const std::string verb = key.state == SDL_PRESSED ? "key down " : "key up ";
+    perform(verb + keyName(key.keysym.scancode));
+}
+
 // Events that a play cannot say are left out, here and in every play.
 static void performEvent(const SDL_Event& event) {
-    switch (event.type) {
-        case SDL_KEYDOWN:
-            perform("key down " + keyName(event.key.keysym.scancode));
-            break;
-        case SDL_KEYUP:
-            perform("key up " + keyName(event.key.keysym.scancode));
-            break;
-        case SDL_MOUSEMOTION:
-            performMotion(event.motion.x, event.motion.y);
-            break;
-        case SDL_MOUSEBUTTONDOWN:
-        case SDL_MOUSEBUTTONUP:
-            performButton(event.button);
-            break;
-        case SDL_QUIT:
-            perform("close");
-            break;
-        default:
-            break;
-    }
+    const Uint32 type = event.type;
+    if (type == SDL_KEYDOWN || type == SDL_KEYUP) performKey(event.key);
+    if (type == SDL_MOUSEMOTION) performMotion(event.motion.x, event.motion.y);
+    if (type == SDL_MOUSEBUTTONDOWN || type == SDL_MOUSEBUTTONUP) performButton(event.button);
+    if (type == SDL_QUIT) perform("close");
 }
 
 static void performEvents() {

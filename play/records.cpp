@@ -21,7 +21,7 @@ static std::string fields(const SDL_Rect& rect) {
     return field("x", rect.x) + field("y", rect.y) + field("w", rect.w) + field("h", rect.h);
 }
 
-std::vector<std::string> timerRecords() {
+static std::vector<std::string> timerRecords() {
     std::vector<std::string> records;
     for (const auto& [key, timer] : gTimers) {
         records.push_back("timer" + field("key", key) + field("id", timer.id) +
@@ -32,7 +32,7 @@ std::vector<std::string> timerRecords() {
     return records;
 }
 
-std::vector<std::string> imageRecords() {
+static std::vector<std::string> imageRecords() {
     std::vector<std::string> records;
     for (const Image& image : gImages) {
         records.push_back("image" + field("id", static_cast<int64_t>(records.size())) +
@@ -42,7 +42,7 @@ std::vector<std::string> imageRecords() {
     return records;
 }
 
-std::vector<std::string> textRecords() {
+static std::vector<std::string> textRecords() {
     std::vector<std::string> records;
     for (const auto& [key, text] : gGameTexts) {
         records.push_back("text" + field("key", key) + field("number", text.number) +
@@ -56,7 +56,7 @@ static bool isSelected(const Unit& unit) {
     return std::find(gSelectedUnits.begin(), gSelectedUnits.end(), &unit) != gSelectedUnits.end();
 }
 
-std::vector<std::string> unitRecords() {
+static std::vector<std::string> unitRecords() {
     std::vector<std::string> records;
     for (const auto& [id, unit] : gUnits) {
         records.push_back("unit" + field("id", id) + field("x", unit.rect.x) +
@@ -67,3 +67,6 @@ std::vector<std::string> unitRecords() {
     }
     return records;
 }
+
+std::vector<std::string> (*const kRecordLists[4])() = {timerRecords, imageRecords, textRecords,
+                                                       unitRecords};

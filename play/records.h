@@ -5,7 +5,5 @@
 #include <string>
 #include <vector>
 
-std::vector<std::string> timerRecords();
-std::vector<std::string> imageRecords();
-std::vector<std::string> textRecords();
-std::vector<std::string> unitRecords();
+// Of the timers, the images, the texts and the units.
+extern std::vector<std::string> (*const kRecordLists[4])();

@@ -21,7 +21,7 @@ class Time(Plays):
 
     def test_length_of_a_pass_changes_no_tick(self):
         said = self.passes("run 400\n")
-        for option in (["--pass", "1"], ["--pass", "250"], ["--no-drawing"]):
+        for option in (["--pass", "1"], ["--pass", "250"], ["--draw", "all"], ["--draw", "none"]):
             self.assertEqual(self.passes("run 400\n", *option), said)
 
     def test_passes_are_counted(self):
@@ -132,7 +132,10 @@ class Eyes(Plays):
         self.passes("count 0 0 640 480 #ff0000 is 2500\ncount 0 0 640 480 #0000ff over 224\n"
                     "count 0 0 640 480 #0000ff under 226\ncount 0 0 9 9 #123456\n")
         self.fails("count 0 0 640 480 #ff0000 over 2500\n", "failed: there are 2500 pixels")
-        self.fails("count 600 0 41 9 #ff0000\n", "1:13: error: expected a width", status=2)
+        self.fails("count 600 0 0 9 #ff0000\n", "1:13: error: expected a width", status=2)
+
+    def test_count_ends_at_the_edge_of_the_frame(self):
+        self.passes("count 636 478 99 99 #ffffff is 8\n")
 
     def test_title(self):
         self.passes("title \"Zel - Test\"\n")
@@ -158,7 +161,7 @@ class Eyes(Plays):
                     "texts \"text=\\\"hello\\\"\"\nunits \"id=0 x=300 y=200\"\n")
         for name in ("timers", "images", "texts", "units"):
             self.fails(f"{name} \"id=77\"\n", "failed: no record has id=77; ")
-            self.fails(f"{name} 77\n", "error: expected a text in quotes", status=2)
+            self.fails(f"{name} 77\n", "error: expected nothing more or a text", status=2)
 
 
 class Language(Plays):
