@@ -81,7 +81,7 @@ static Answer doButton(const Arguments& said) {
 }
 
 static Answer doClick(const Arguments& said) {
-    movePointer(numberAt(said, 1), numberAt(said, 2));
+    bringPointer(numberAt(said, 1), numberAt(said, 2));
     pressButton(buttonAt(said, 0));
     releaseButton(buttonAt(said, 0));
     return ok();
@@ -91,7 +91,7 @@ static Answer doDrag(const Arguments& said) {
     constexpr int kSteps = 4;
     const SDL_Point from = {numberAt(said, 1), numberAt(said, 2)};
     const SDL_Point to = {numberAt(said, 3), numberAt(said, 4)};
-    movePointer(from.x, from.y);
+    bringPointer(from.x, from.y);
     pressButton(buttonAt(said, 0));
     for (int step = 1; step <= kSteps; step++)
         movePointer(from.x + (to.x - from.x) * step / kSteps,
@@ -199,18 +199,25 @@ static Answer doPicture(const Arguments& said) {
     return failed(std::to_string(differing) + " pixels differ from " + golden);
 }
 
-// All records, or those that hold the text; then there must be one.
+static std::vector<std::string> recordsWith(int64_t list, const std::string& text) {
+    std::vector<std::string> records;
+    for (const std::string& record : kRecordLists[list]()) {
+        if (record.find(text) != std::string::npos) records.push_back(record);
+    }
+    return records;
+}
+
+// A text that no record holds is a failure, which shows those that hold its first word.
 static Answer doRecords(const Arguments& said) {
     const std::string text = said.texts.empty() ? "" : said.texts[0];
     Answer answer = ok();
-    std::string all;
-    for (const std::string& record : kRecordLists[said.numbers[0]]()) {
-        all += "; " + record;
-        if (record.find(text) != std::string::npos) answer.records.push_back(record);
-    }
+    answer.records = recordsWith(said.numbers[0], text);
     answer.text = std::to_string(answer.records.size());
-    const bool isMissed = !said.texts.empty() && answer.records.empty();
-    return isMissed ? failed("no record has " + text + all) : answer;
+    if (!answer.records.empty() || said.texts.empty()) return answer;
+    std::string reason = "no record has " + text;
+    for (const std::string& record : recordsWith(said.numbers[0], text.substr(0, text.find(' '))))
+        reason += "; " + record;
+    return failed(reason);
 }
 
 // All of them -------------------------------------------------------------------------------------

@@ -85,7 +85,6 @@ bool releaseKey(SDL_Scancode key) {
 }
 
 void movePointer(int x, int y) {
-    if (x == gPointer.x && y == gPointer.y) return;
     SDL_Event event = newEvent(SDL_MOUSEMOTION);
     event.motion.state = gButtons;
     event.motion.x = x;
@@ -94,6 +93,10 @@ void movePointer(int x, int y) {
     event.motion.yrel = y - gPointer.y;
     gPointer = {x, y};
     gQueue.push_back(event);
+}
+
+void bringPointer(int x, int y) {
+    if (x != gPointer.x || y != gPointer.y) movePointer(x, y);
 }
 
 static void makeButtonEvent(Uint32 type, Uint8 button, Uint8 state) {

@@ -18,8 +18,10 @@ void pressKey(SDL_Scancode key);
 // Lets a key go. Returns false, doing nothing, if it is not down.
 bool releaseKey(SDL_Scancode key);
 
-// Moves the pointer, in window pixels; it may leave the window. Does nothing if it is there.
+// Moves the pointer, in window pixels; it may leave the window. bringPointer does nothing if it is
+// there already.
 void movePointer(int x, int y);
+void bringPointer(int x, int y);
 
 // Presses and releases a button where the pointer is: SDL_BUTTON_LEFT and so on. releaseButton
 // returns false, doing nothing, if the button is not down.

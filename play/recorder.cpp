@@ -33,17 +33,17 @@ static std::string keyName(SDL_Scancode key) {
     return isGood ? name : "code " + std::to_string(static_cast<int>(key));
 }
 
+static SDL_Point gPointer = {0, 0};  // as the play has it
+
 static void performMotion(int x, int y) {
-    static SDL_Point at = {0, 0};  // the pointer as the play has it
-    if (x == at.x && y == at.y) return;
     perform("mouse move " + std::to_string(x) + ' ' + std::to_string(y));
-    at = {x, y};
+    gPointer = {x, y};
 }
 
 static void performButton(const SDL_MouseButtonEvent& button) {
     static const char* const kButtons[] = {"left", "middle", "right", "x1", "x2"};
     if (button.button < SDL_BUTTON_LEFT || button.button > SDL_BUTTON_X2) return;
-    performMotion(button.x, button.y);
+    if (button.x != gPointer.x || button.y != gPointer.y) performMotion(button.x, button.y);
     const std::string verb = button.state == SDL_PRESSED ? "mouse down " : "mouse up ";
     perform(verb + kButtons[button.button - SDL_BUTTON_LEFT]);
 }

@@ -90,6 +90,12 @@ class Mouse(Plays):
                            b"int main() { createtimer(1, 90, \"see\"); }\r\n")
         self.passes("mouse move 20 -30\nexpect \"20-30\" within 10\n")
 
+    def test_move_to_where_the_pointer_is_is_an_event_too(self):
+        script = self.game / "levels" / "level1" / "script.txt"
+        script.write_bytes(b"int see() { putch(getmousex()); }\r\nint main() {"
+                           b" createtimer(1, 200, \"see\"); }\r\n")
+        self.passes("key down code 7\nmouse move 0 0\nexpect \"0\" within 50\n")
+
     def test_wrong_mouse(self):
         self.fails("mouse up left\n", "failed: the button is not down")
         self.fails("mouse click 3 1 1\n", "1:13: error: expected left, middle", status=2)
@@ -160,8 +166,12 @@ class Eyes(Plays):
         self.passes("timers \"function=\\\"tick\\\" interval=100\"\nimages \"x=100 y=100 w=50\"\n"
                     "texts \"text=\\\"hello\\\"\"\nunits \"id=0 x=300 y=200\"\n")
         for name in ("timers", "images", "texts", "units"):
-            self.fails(f"{name} \"id=77\"\n", "failed: no record has id=77; ")
+            self.fails(f"{name} \"id=77\"\n", "failed: no record has id=77\n")
             self.fails(f"{name} 77\n", "error: expected nothing more or a text", status=2)
+
+
+    def test_missed_record_shows_those_with_its_first_word(self):
+        self.fails("images \"id=0 x=9\"\n", "failed: no record has id=0 x=9; image id=0 x=100 ")
 
 
 class Language(Plays):
