@@ -7,9 +7,8 @@
 #include "play/hands.h"
 #include "play/level.h"
 #include "play/line.h"
+#include "play/looks.h"
 #include "play/output.h"
-#include "play/picture.h"
-#include "play/records.h"
 
 std::string gPlayFolder = "./";
 std::string gOutputFolder = "./";
@@ -103,14 +102,18 @@ static Answer doDrag(const Arguments& said) {
 // Ears --------------------------------------------------------------------------------------------
 
 static Answer doExpect(const Arguments& said) {
-    const auto ms = static_cast<uint64_t>(said.numbers.empty() ? 0 : said.numbers[0]);
-    const uint64_t endMs = levelTimeMs() + ms;
-    while (!matchOutput(said.texts[0])) {
+    static size_t matched = 0;  // where the last match in gPrinted ends
+    const std::string& text = said.texts[0];
+    const int64_t ms = said.numbers.empty() ? 0 : said.numbers[0];
+    const uint64_t endMs = levelTimeMs() + static_cast<uint64_t>(ms);
+    while (gPrinted.find(text, matched) == std::string::npos) {
         if (levelTimeMs() >= endMs || gLevelEnd != LevelEnd::None || gStopped)
-            return failed("expected " + escaped(said.texts[0]) +
-                          ", since the last match the level printed " + escaped(unmatchedOutput()));
+            return failed("expected " + escaped(text) +
+                          ", since the last match the level printed " +
+                          escaped(gPrinted.substr(matched)));
         runLevel(std::min<uint64_t>(gPassMs, endMs - levelTimeMs()));
     }
+    matched = gPrinted.find(text, matched) + text.size();
     return ok();
 }
 

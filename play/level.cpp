@@ -24,6 +24,10 @@ uint32_t gPassMs = 16;
 int gDrawEvery = 10;
 double gSpeed = 0;
 
+void (*gOnRealEvent)(const SDL_Event& event) = [](const SDL_Event& event) {
+    if (event.type == SDL_QUIT) gStopped = true;
+};
+
 static uint64_t gNowMs = 0;
 static bool gDraws = false;   // the pass that is running does
 static std::jmp_buf gWayOut;  // of the start or the pass that is running
@@ -136,12 +140,15 @@ void runLevelPass(uint32_t ms, bool draws) {
     noticeEnd();
 }
 
-// Real milliseconds that a shown level is ahead; negative if it is late. The first call starts it.
+// Real milliseconds that a shown level is ahead; negative if it is late. Counted from the first
+// call on; after a long stop the level goes on from where it stood.
 static double aheadMs() {
-    static const Uint64 startMs = SDL_GetTicks64();
-    if (gSpeed == 0) return 0;
-    const double dueMs = static_cast<double>(gNowMs) / gSpeed;
-    return dueMs - static_cast<double>(SDL_GetTicks64() - startMs);
+    constexpr double kMostLateMs = 250;
+    static double startMs = static_cast<double>(SDL_GetTicks64());
+    const double dueMs = gSpeed == 0 ? 0 : static_cast<double>(gNowMs) / gSpeed;
+    const double nowMs = static_cast<double>(SDL_GetTicks64());
+    if (gSpeed == 0 || startMs + dueMs < nowMs - kMostLateMs) startMs = nowMs - dueMs;
+    return startMs + dueMs - nowMs;
 }
 
 static bool isPassDrawn() {
@@ -151,10 +158,9 @@ static bool isPassDrawn() {
 }
 
 static void keepPace() {
-    SDL_Event event;  // of the real window
-    while (!gEngineClosed && SDL_PollEvent(&event) != 0) {
-        if (event.type == SDL_QUIT) gStopped = true;
-    }
+    SDL_Event event;
+    while (!gEngineClosed && gLevelEnd == LevelEnd::None && SDL_PollEvent(&event) != 0)
+        gOnRealEvent(event);
     const double ms = aheadMs();
     if (ms >= 1 && !gStopped) SDL_Delay(static_cast<Uint32>(ms));
 }

@@ -12,26 +12,13 @@
 // Words -------------------------------------------------------------------------------------------
 
 static constexpr char kBlanks[] = " \t\r";
-static constexpr char kHexDigits[] = "0123456789abcdefABCDEF";
-
-static bool isHex(const std::string& text) {
-    return text.find_first_not_of(kHexDigits) == std::string::npos;
-}
-
-// The character that is meant by the escape after the backslash before `at`; `at` moves past it.
-static char readEscape(const std::string& line, size_t& at, Fault& fault) {
+// The character that is meant by the escape after the backslash before `at`.
+static char readEscape(const std::string& line, size_t at, Fault& fault) {
     static const std::string kLetters = "nrt\"\\";
-    const char c = at < line.size() ? line[at] : '\0';
-    const std::string digits = line.substr(std::min(at + 1, line.size()), 2);
-    if (c == 'x' && digits.size() == 2 && isHex(digits)) {
-        at += 3;
-        return static_cast<char>(std::strtoul(digits.c_str(), nullptr, 16));
-    }
-    const size_t index = kLetters.find(c);
-    if (index == std::string::npos)
-        fault = {"a backslash wants n, r, t, \", \\ or xNN after it", 0, static_cast<int>(at)};
-    at++;
-    return index == std::string::npos ? c : "\n\r\t\"\\"[index];
+    const size_t index = at < line.size() ? kLetters.find(line[at]) : std::string::npos;
+    if (index != std::string::npos) return "\n\r\t\"\\"[index];
+    fault = {"a backslash wants n, r, t, \" or \\ after it", 0, static_cast<int>(at)};
+    return '\\';
 }
 
 // `at` is past the opening quote and moves past the closing one.
@@ -39,7 +26,7 @@ static Word readQuotedWord(const std::string& line, size_t& at, Fault& fault) {
     Word word = {"", true, static_cast<int>(at)};
     while (at < line.size() && line[at] != '"') {
         const char c = line[at++];
-        word.text += c == '\\' ? readEscape(line, at, fault) : c;
+        word.text += c == '\\' ? readEscape(line, at++, fault) : c;
     }
     if (at >= line.size() && fault.text.empty()) fault = {"no closing \"", 0, word.column};
     at++;
@@ -90,7 +77,8 @@ static bool readNumber(const std::string& text, int64_t low, int64_t high, Argum
 }
 
 static bool readColour(const std::string& text, Arguments& said) {
-    if (text.size() != 7 || text[0] != '#' || !isHex(text.substr(1))) return false;
+    const bool isHex = text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
+    if (text.size() != 7 || text[0] != '#' || !isHex) return false;
     said.numbers.push_back(std::strtoll(text.c_str() + 1, nullptr, 16));
     return true;
 }

@@ -1,6 +1,6 @@
 // A line of a play: its words, and the form that a command wants them in.
 //
-// Words are separated by blanks; a text in quotes is one word and may hold \n \r \t \" \\ \xNN. Two
+// Words are separated by blanks; a text in quotes is one word and may hold \n \r \t \" \\. Two
 // slashes where a word could begin start a comment.
 #pragma once
 

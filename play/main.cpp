@@ -13,10 +13,9 @@
 #include "play/commands.h"
 #include "play/costs.h"
 #include "play/level.h"
+#include "play/looks.h"
 #include "play/output.h"
-#include "play/picture.h"
 #include "play/recorder.h"
-#include "play/records.h"
 #include "play/session.h"
 
 namespace fs = std::filesystem;
@@ -131,11 +130,6 @@ static void settleFolders(const Options& options) {
     if (error) refuse(options.game + ": " + error.message());
 }
 
-static void hideLevel() {
-    setenv("SDL_VIDEODRIVER", "offscreen", 1);
-    setenv("SDL_AUDIODRIVER", "dummy", 1);
-}
-
 // The play ----------------------------------------------------------------------------------------
 
 static int play(const Options& options, std::FILE* file) {
@@ -172,7 +166,8 @@ int main(int count, char** words) {
     const Options options = readOptions(count, words);
     std::FILE* file = openPlay(options);
     settleFolders(options);
-    if (gSpeed == 0) hideLevel();
+    if (gSpeed == 0) setenv("SDL_VIDEODRIVER", "offscreen", 1);
+    if (gSpeed == 0) setenv("SDL_AUDIODRIVER", "dummy", 1);
     if (!catchOutput(options.play != "-" && !options.time)) refuse(std::strerror(errno));
     int status = kFailed;
     if (startLevel()) {

@@ -10,8 +10,7 @@ std::string gPrinted;
 
 static int gRealOutput = STDOUT_FILENO;
 static bool gPassOn = false;
-static off_t gTaken = 0;     // bytes of the caught output that are in gPrinted
-static size_t gMatched = 0;  // where the last match in gPrinted ends
+static off_t gTaken = 0;  // bytes of the caught output that are in gPrinted
 
 bool catchOutput(bool passOn) {
     const int caught = memfd_create("zelplay", MFD_CLOEXEC);
@@ -55,17 +54,6 @@ void passOnRest() {
 
 void writeOut(const std::string& text) {
     writeBytes(text.data(), text.size());
-}
-
-bool matchOutput(const std::string& text) {
-    const size_t found = gPrinted.find(text, gMatched);
-    if (found == std::string::npos) return false;
-    gMatched = found + text.size();
-    return true;
-}
-
-std::string unmatchedOutput() {
-    return gPrinted.substr(gMatched);
 }
 
 std::string escaped(const std::string& text) {

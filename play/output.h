@@ -24,13 +24,6 @@ void passOnRest();
 // Writes to the real standard output, at once.
 void writeOut(const std::string& text);
 
-// Finds `text` after the end of the last match and moves that end there. Returns false, moving
-// nothing, if it has not been printed.
-bool matchOutput(const std::string& text);
-
-// What has been printed since the last match.
-std::string unmatchedOutput();
-
 // `text` in quotes on one line, as a play writes it: \n \r \t \" \\ and \xNN for other control
 // characters.
 std::string escaped(const std::string& text);

@@ -5,8 +5,8 @@
 
 #include "play/commands.h"
 #include "play/level.h"
+#include "play/looks.h"
 #include "play/output.h"
-#include "play/picture.h"
 #include "play/watch.h"
 
 static int statusOf(const Answer& answer) {

@@ -118,7 +118,7 @@ class Ears(Plays):
         self.fails("expect \"READY\"\nreject \"EAD\"\n", "2: failed: the level has printed \"EAD\"")
 
     def test_escapes(self):
-        self.passes("expect \"READY\\n\"\nrun 11\nexpect \"\\x0a t1\" // and a comment\n")
+        self.passes("expect \"READY\\n\"\nrun 11\nexpect \"\\n t1\" // and a comment\n")
         self.fails("expect \"\\q\"\n", "1:9: error: a backslash wants", status=2)
         self.fails("expect \"open\n", "1:8: error: no closing", status=2)
 

@@ -1,11 +1,13 @@
-// The frame as the play sees it: read, saved, compared. Pictures have the frame's size; colours are
-// 0xRRGGBB.
+// What is to be seen of the level: its frame, and what its registries hold.
+//
+// Pictures have the frame's size; colours are 0xRRGGBB.
 #pragma once
 
 #include <SDL.h>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 struct FreeSurface {
     void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
@@ -23,3 +25,7 @@ Picture loadPicture(const std::string& path);
 
 int pixelAt(const SDL_Surface& picture, int x, int y);
 int differingPixels(const SDL_Surface& one, const SDL_Surface& other);
+
+// What the timers, the images, the texts and the units are, a line for each record: its kind, then
+// name=value, separated by blanks. Texts are in quotes, yes and no are 1 and 0.
+extern std::vector<std::string> (*const kRecordLists[4])();
