@@ -221,7 +221,7 @@ playPlay() {
 playAllPlays() {
     local play status=0
     if ! compgen -G "games/$gGame/plays/*.play" >/dev/null; then
-        refuse "\"$gGame\" has no plays: games/$gGame/plays/*.play; docs/play.md tells what they are"
+        refuse "\"$gGame\" has no plays in games/$gGame/plays; docs/play.md tells what they are"
     fi
     for play in "games/$gGame/plays/"*.play; do playPlay "$play" || status=1; done
     return "$status"

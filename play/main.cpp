@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 
 #include "app/engine.h"
 #include "play/commands.h"
@@ -85,7 +86,7 @@ static Options readOptions(int count, char** words) {
         {"help", no_argument, nullptr, 'h'},         {nullptr, 0, nullptr, 0},
     };
     Options options;
-    int drawEvery = -1;
+    int drawEvery = -1;  // not said
     for (int c; (c = getopt_long(count, words, "", kOptions, nullptr)) != -1;) {
         if (c == '?') refuse("these options make no sense");
         if (c == 'p') gPassMs = static_cast<uint32_t>(numberFrom(1, 250));
@@ -142,10 +143,7 @@ static int play(const Options& options, std::FILE* file) {
 }
 
 static void saveText(const std::string& path, const std::string& text) {
-    std::FILE* file = std::fopen(path.c_str(), "w");
-    if (file == nullptr) refuse(path + ": " + std::strerror(errno));
-    std::fwrite(text.data(), 1, text.size(), file);
-    std::fclose(file);
+    if (!(std::ofstream(path) << text)) refuse(path + ": " + std::strerror(errno));
 }
 
 // Saves what the play has left.

@@ -9,14 +9,7 @@
 #include "play/output.h"
 #include "play/watch.h"
 
-static int statusOf(const Answer& answer) {
-    if (answer.kind == Answer::Kind::Ok) return kPlayed;
-    return answer.kind == Answer::Kind::Failed ? kFailed : kBadPlay;
-}
-
-static std::string placeOf(const std::string& path, int line) {
-    return path + ':' + std::to_string(line);
-}
+static std::string gPlace;  // path:line of the last command, or the path alone before the first
 
 // The next line that holds a command, without its end; `number` counts all lines. Returns false at
 // the end of the input, or when someone wants to stop.
@@ -29,50 +22,53 @@ static bool readCommand(std::FILE* file, const std::string& path, std::string& l
         for (; c != EOF && c != '\n'; c = std::getc(file))
             line += static_cast<char>(c);
     } while (isEmptyLine(line));
-    setWatchPlace(placeOf(path, number));
+    gPlace = path + ':' + std::to_string(number);
+    setWatchPlace(gPlace);
     return true;
+}
+
+static int statusOf(const Answer& answer) {
+    if (answer.kind == Answer::Kind::Ok) return kPlayed;
+    return answer.kind == Answer::Kind::Failed ? kFailed : kBadPlay;
 }
 
 // A file ------------------------------------------------------------------------------------------
 
-static void tell(const std::string& place, const std::string& text) {
-    std::fprintf(stderr, "%s%s\n", place.c_str(), text.c_str());
+static void tell(const std::string& text) {
+    std::fprintf(stderr, "%s%s\n", gPlace.c_str(), text.c_str());
 }
 
 // Says why a play failed and saves what it saw last.
-static int fail(const std::string& path, const std::string& place, const std::string& reason) {
-    const std::string stem = std::filesystem::path(path).stem().string();
-    const std::string picture = gOutputFolder + stem + "-failed.png";
-    tell(place, ": failed: " + reason);
+static int fail(const std::string& path, const std::string& reason) {
+    tell(": failed: " + reason);
+    const std::string picture =
+        gOutputFolder + std::filesystem::path(path).stem().string() + "-failed.png";
     const Picture frame = readFrame();
-    if (frame != nullptr && savePicture(*frame, picture)) tell(place, ": the frame: " + picture);
+    if (frame != nullptr && savePicture(*frame, picture)) tell(": the frame: " + picture);
     return kFailed;
 }
 
-static int report(const Answer& answer, const std::string& path, const std::string& place) {
+static int report(const Answer& answer, const std::string& path) {
     for (const std::string& record : answer.records)
-        tell("", record);
-    if (answer.kind == Answer::Kind::Failed) return fail(path, place, answer.text);
+        std::fprintf(stderr, "%s\n", record.c_str());
+    if (answer.kind == Answer::Kind::Failed) return fail(path, answer.text);
     if (answer.kind == Answer::Kind::Error)
-        tell(place, ':' + std::to_string(answer.column) + ": error: " + answer.text);
+        tell(':' + std::to_string(answer.column) + ": error: " + answer.text);
     else if (!answer.text.empty())
-        tell(place, ": " + answer.text);
+        tell(": " + answer.text);
     return statusOf(answer);
 }
 
 int playFile(std::FILE* file, const std::string& path) {
     std::string line;
     int number = 0;
-    int last = 0;  // the line of the last command
+    gPlace = path;
     while (readCommand(file, path, line, number)) {
-        last = number;
-        const int status = report(runCommand(line), path, placeOf(path, number));
+        const int status = report(runCommand(line), path);
         if (status != kPlayed) return status;
     }
-    const std::string place = last > 0 ? placeOf(path, last) : path;
-    if (gStopped) return fail(path, place, "the play was stopped from outside");
-    if (isEndUnexpected()) return fail(path, place, "the level has ended: " + endSentence());
-    return kPlayed;
+    if (gStopped) return fail(path, "the play was stopped from outside");
+    return isEndUnexpected() ? fail(path, "the level has ended: " + endSentence()) : kPlayed;
 }
 
 // A program ---------------------------------------------------------------------------------------

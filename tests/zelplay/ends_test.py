@@ -134,7 +134,8 @@ class Memory(Plays):
         file.write_text(text)
         # A sanitizer would keep what has been freed.
         options = os.environ.get("ASAN_OPTIONS", "") + ":quarantine_size_mb=1"
-        process = subprocess.Popen([ZELPLAY, "--draw", "all", GAMES / "peons", file], stdout=subprocess.DEVNULL,
+        command = [ZELPLAY, "--draw", "all", GAMES / "peons", file]
+        process = subprocess.Popen(command, stdout=subprocess.DEVNULL,
                                    env={**os.environ, "ASAN_OPTIONS": options})
         _, status, usage = os.wait4(process.pid, 0)
         process.returncode = status
