@@ -164,6 +164,22 @@ TEST_F(MainLoop, OutputOfAPassCanBeReadAfterIt) {
     EXPECT_EQ("7", outputThatArrived([] { runPass(); }));
 }
 
+TEST_F(MainLoop, PassIsEventsThenTicksThenFrame) {
+    static std::string order;
+    const Pass engine = gPass;
+    gPass = {[] {
+                 order += "events ";
+                 return true;
+             },
+             [] { order += "ticks "; }, [] { order += "frame"; }};
+    EXPECT_TRUE(runPass());
+    EXPECT_EQ("events ticks frame", order);
+    gPass = engine;
+    runStatements("createtext(\"a\", 0, 0, 9, 9);");
+    EXPECT_FALSE(runPass());
+    EXPECT_TRUE(frameWasDrawn());
+}
+
 // The event record ------------------------------------------------------------------------------
 
 TEST_F(MainLoop, RecordKeepsTheLastEventWhenTheQueueIsEmpty) {

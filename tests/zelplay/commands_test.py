@@ -37,6 +37,17 @@ class Time(Plays):
             self.assertEqual(numbers, sorted(numbers))
             self.assertEqual(len(numbers), 4)
 
+    def test_few_passes_are_drawn_unless_all_are_wanted(self):
+        every, some, none = (self.drawing("--draw", which) for which in ("all", "some", "none"))
+        self.assertGreater(every, 5 * some)
+        self.assertGreater(every, 5 * none)
+        self.assertGreater(self.drawing(), 5 * some)
+
+    def drawing(self, *options):
+        """What drawing takes in the median pass."""
+        table = self.play("run 800\n", "--time", *options).stdout.decode()
+        return float(table.split("drawing")[1].split()[0])
+
     def test_bad_time(self):
         self.fails("run soon\n", "test.play:1:5: error: expected milliseconds", status=2)
         self.fails("\nrun 5 6\n", "test.play:2:7: error: expected nothing more", status=2)
