@@ -9,12 +9,10 @@ source tools/packages.sh
 kStages=(
     "release build: build release -DZEL_TESTS=ON -DZEL_BENCH=OFF"
     "release tests: runTests release"
-    "release plays: runPlays release"
     "asan build: build asan"
     "asan tests: runTests asan"
-    "asan plays: runPlays asan"
     "tsan build: buildEngine tsan"
-    "tsan play: runPlays tsan -R play/soak"
+    "tsan play: runTests tsan -R play/soak"
     "fuzz build: build fuzz"
     "fuzz tests: runTests fuzz"
 )
@@ -46,16 +44,12 @@ buildEngine() {
     cmake --preset "$1" -DZEL_WERROR=ON && cmake --build "$(buildFolder "$1")" --target zel
 }
 
-# runTests PRESET: everything but the plays, side by side; one more than there are processors, as some
-# wait most of their time. A preset without tests is a mistake, not a success.
+# runTests PRESET [OPTION...]: the tests side by side; the options are for ctest. There are more of
+# them than processors, as many wait most of their time. A preset without tests is a mistake, not a
+# success.
 runTests() {
-    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -LE play \
-        -j "$(($(nproc) + 1))"
-}
-
-# runPlays PRESET [OPTION...]: what needs a real window, one after the other; the options are for ctest.
-runPlays() {
-    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error -L play "${@:2}"
+    ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error \
+        -j "$(($(nproc) + 2))" "${@:2}"
 }
 
 # Running the table --------------------------------------------------------------------------------

@@ -49,7 +49,7 @@ SDL_Event filledPart(const SDL_Event& event) {
     std::memset(&filled, 0, sizeof filled);
     std::memcpy(&filled, &event, filledSize(event.type));
     if (event.type == SDL_KEYDOWN || event.type == SDL_KEYUP) {
-        // Two bytes of padding stand between the modifiers and the unused field.
+        // There are two bytes of padding between the modifiers and the unused field.
         std::memset(reinterpret_cast<char*>(&filled.key.keysym.mod) + sizeof(Uint16), 0,
                     offsetof(SDL_Keysym, unused) - offsetof(SDL_Keysym, mod) - sizeof(Uint16));
     }

@@ -19,7 +19,7 @@ void runMainLoop();
 bool runPass();
 
 // Dispatches everything in the event queue. Returns true if there was a quit event among it: the
-// events behind that one are dispatched all the same.
+// events after it are dispatched all the same.
 bool drainEvents();
 
 // Fires the bindings of every key held now, in ascending order of scancodes 0 to 299; keys beyond

@@ -94,7 +94,7 @@ static void call(benchmark::State& state) {
 
 static void lookUpVariableAgain(benchmark::State& state) {
     loadLevelText(kText);
-    Name* name = nameOf("g");
+    Symbol* name = internSymbol("g");
     for (auto _ : state) {
         benchmark::DoNotOptimize(name);
         benchmark::DoNotOptimize(lookUpVariable(name));
@@ -105,10 +105,10 @@ static void lookUpVariableAgain(benchmark::State& state) {
 static void enterCallWithLocals(int64_t count) {
     pushCall(gLocalTop, gPlaces);
     for (int64_t i = 1; i <= count; i++)
-        pushLocal(nameOf("other" + std::to_string(i)), kArgumentType, gPlaces);
+        pushLocal(internSymbol("other" + std::to_string(i)), kArgumentType, gPlaces);
 }
 
-static void searchAgain(benchmark::State& state, Name* name) {
+static void searchAgain(benchmark::State& state, Symbol* name) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(name);
         benchmark::DoNotOptimize(searchVariable(name));
@@ -120,14 +120,14 @@ static void searchAgain(benchmark::State& state, Name* name) {
 static void searchGlobal(benchmark::State& state) {
     loadLevelText(kText);
     enterCallWithLocals(state.range(0));
-    searchAgain(state, nameOf("g"));
+    searchAgain(state, internSymbol("g"));
 }
 
 // The one wanted is the oldest of `range` locals.
 static void searchLocal(benchmark::State& state) {
     loadLevelText(kText);
     enterCallWithLocals(state.range(0));
-    searchAgain(state, nameOf("other1"));
+    searchAgain(state, internSymbol("other1"));
 }
 
 static void builtinCall(benchmark::State& state) {

@@ -144,7 +144,7 @@ private:
         readParameters(function);
         program_.functionIndex.emplace(name.text, program_.functions.size());
         program_.functions.push_back(function);
-        position_ = program_.scanner.behindCloseParen(position_);
+        position_ = program_.scanner.afterCloseParen(position_);
         inFunction_ = true;
     }
 

@@ -221,7 +221,7 @@ Value Reader::readBuiltinCall(const BuiltinSignature& builtin) {
     BuiltinCall call = {builtin, token_, {}, {}};
     if (builtin.arguments == "*") {
         if (!scanner_.read(position_).is('(')) noteSeparator(builtin);
-        position_ = scanner_.behindCloseParen(position_);
+        position_ = scanner_.afterCloseParen(position_);
         return builtin.name == "getnum" ? knownValue(0) : Value();
     }
     if (builtin.arguments == "e") return readPutch(builtin);

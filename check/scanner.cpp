@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstring>
+
+#include "script/source/text.h"
 
 std::string lowerCase(std::string_view text) {
     std::string lowered(text);
@@ -11,7 +12,9 @@ std::string lowerCase(std::string_view text) {
     return lowered;
 }
 
-Scanner::Scanner(const std::string& text) : text_(text), lowered_(lowerCase(text)) {}
+Scanner::Scanner(const std::string& text) : text_(text), lowered_(lowerCase(text)) {
+    setProgramText(text_.c_str(), "");
+}
 
 size_t Scanner::skipBlanks(size_t position) const {
     while (byteAt(position) == ' ' || byteAt(position) == '\t')
@@ -19,67 +22,29 @@ size_t Scanner::skipBlanks(size_t position) const {
     return position;
 }
 
-size_t Scanner::behindCloseParen(size_t position) const {
+size_t Scanner::afterCloseParen(size_t position) const {
     const size_t close = text_.find(')', position);
     return close == std::string::npos ? std::max(position, size()) : close + 1;
 }
 
-// The position stands at a "/". Only one comment is skipped: what follows it is read as it stands.
-size_t Scanner::skipComment(size_t position, Lexeme& token) const {
-    const char second = byteAt(position + 1);
-    if (second != '*' && second != '/') return position;
-    token.afterComment = true;
-    if (second == '/') {
-        const size_t end = text_.find('\n', position);
-        return end == std::string::npos ? std::string::npos : end + 1;
-    }
-    const size_t close = text_.find("*/", position + 2);
-    if (close != std::string::npos) return close + 2;
-    token.fault = TokenFault::OpenComment;
-    return size();
+// Between the position asked for and the token are blanks, at most one line end, at most one
+// comment.
+void Scanner::noteSkipped(Lexeme& lexeme) const {
+    size_t p = skipBlanks(lexeme.from);
+    if (p >= lexeme.start) return;
+    lexeme.afterLineEnd = byteAt(p) == '\r';
+    if (lexeme.afterLineEnd) p = skipBlanks(p + 2);
+    lexeme.afterComment = p < lexeme.start;
 }
 
-// Words ---------------------------------------------------------------------------------------
-
-static bool endsWord(char c) {
-    return std::strchr(kEndOfWord, c) != nullptr;
+// The lexer stops at the first character that has no room: the rest is not a token of its own.
+void Scanner::passLongToken(Lexeme& lexeme) const {
+    const bool isString = byteAt(lexeme.start) == '"';
+    const char* const ends = isString ? "\"\r" : kEndOfWord;
+    const size_t end = std::min(text_.find_first_of(ends, lexeme.start + 1), size());
+    lexeme.next = isString && byteAt(end) == '"' ? end + 1 : end;
+    lexeme.kind = isString ? TokenKind::String : TokenKind::Identifier;
 }
-
-static KeywordCode keywordOf(std::string_view word) {
-    for (const KeywordName& keyword : gKeywords) {
-        if (keyword.name[0] != '\0' && word == keyword.name) return keyword.code;
-    }
-    return KeywordCode::None;
-}
-
-void Scanner::readWord(Lexeme& token, TokenKind kind) const {
-    size_t end = token.start;
-    while (!endsWord(byteAt(end)))
-        end++;
-    if (end - token.start >= kTokenCapacity) token.fault = TokenFault::TooLong;
-    const std::string& from = kind == TokenKind::Number ? text_ : lowered_;
-    token.text = std::string_view(from).substr(token.start, end - token.start);
-    token.next = end;
-    token.kind = kind;
-    if (kind != TokenKind::Pending) return;
-    token.keyword = keywordOf(token.text);
-    const bool isKeyword = token.keyword != KeywordCode::None;
-    token.kind = isKeyword ? TokenKind::Keyword : TokenKind::Identifier;
-}
-
-void Scanner::readString(Lexeme& token) const {
-    const size_t begin = token.start + 1;
-    const size_t end = std::min(text_.find_first_of("\"\r", begin), size());
-    token.kind = TokenKind::String;
-    token.text = std::string_view(text_).substr(begin, end - begin);
-    token.next = end + 1;
-    if (token.text.size() >= kTokenCapacity) token.fault = TokenFault::TooLong;
-    if (byteAt(end) == '"') return;
-    token.next = end;
-    if (token.fault == TokenFault::None) token.fault = TokenFault::OpenString;
-}
-
-// Punctuation ---------------------------------------------------------------------------------
 
 // The texts of the relational operators: the code, once for each byte of the source.
 static const char kRelationTexts[][3] = {
@@ -88,63 +53,39 @@ static const char kRelationTexts[][3] = {
     {kEqual, kEqual, 0}, {kNotEqual, kNotEqual, 0},
 };
 
-bool Scanner::readRelation(Lexeme& token) const {
-    const char code = relationCode(byteAt(token.start), byteAt(token.start + 1) == '=');
-    if (code == '\0') return false;
-    token.text = kRelationTexts[code - 1];
-    token.next = token.start + token.text.size();
-    return true;
-}
-
-// The tokens that may also stand directly behind a comment.
-void Scanner::readPlain(Lexeme& token) const {
-    const char c = byteAt(token.start);
-    token.next = token.start;
-    if (readRelation(token)) return;
-    if (c == '\0') {  // behind a comment: the zero counts as a delimiter with an empty text
-        token.next = token.start + 1;
-    } else if (std::strchr(kDelimiters, c) != nullptr) {
-        token.text = std::string_view(text_).substr(token.start, 1);
-        token.next = token.start + 1;
-    } else if (c == '"') {
-        readString(token);
-    } else if (std::isdigit(static_cast<unsigned char>(c)) != 0) {
-        readWord(token, TokenKind::Number);
-    } else if (std::isalpha(static_cast<unsigned char>(c)) != 0) {
-        readWord(token, TokenKind::Pending);
+// The token's text as a piece of the script, or of the script in lower case: it outlives the token.
+std::string_view Scanner::textOf(const Lexeme& lexeme, const Token& token) const {
+    if (lexeme.isFinished()) return {};  // which may be asked for beyond the end
+    const size_t size = lexeme.next - lexeme.start;
+    switch (lexeme.kind) {
+        case TokenKind::Identifier:
+        case TokenKind::Keyword:
+            return std::string_view(lowered_).substr(lexeme.start, size);
+        case TokenKind::String: {
+            const size_t quotes = byteAt(lexeme.next - 1) == '"' && size > 1 ? 2 : 1;
+            return std::string_view(text_).substr(lexeme.start + 1, size - quotes);
+        }
+        default:
+            const bool isRelation = token.punctuator > 0 && token.punctuator <= kNotEqual;
+            if (isRelation) return kRelationTexts[token.punctuator - 1];
+            return std::string_view(text_).substr(lexeme.start, token.length);
     }
-}
-
-static Lexeme finish(Lexeme token, size_t position) {
-    token.keyword = KeywordCode::Finished;
-    token.start = token.next = position;
-    return token;
 }
 
 Lexeme Scanner::read(size_t position) const {
-    Lexeme token;
-    token.from = position;
-    if (position >= size()) return finish(token, position);
-
-    size_t p = skipBlanks(position);
-    if (byteAt(p) == '\r') {
-        // Whatever follows the carriage return is taken for its line feed.
-        token.afterLineEnd = true;
-        p = skipBlanks(std::min(p + 2, size()));
-    }
-    if (p >= size()) return finish(token, p);
-    token.start = p;
-    if (byteAt(p) == '{' || byteAt(p) == '}') {
-        token.kind = TokenKind::Block;
-        token.text = std::string_view(text_).substr(p, 1);
-        token.next = p + 1;
-        return token;
-    }
-    if (byteAt(p) == '/') p = skipComment(p, token);
-    if (p == std::string::npos) return finish(token, size());
-    token.start = token.next = p;
-    if (token.fault == TokenFault::None) readPlain(token);
-    return token;
+    const Token token = readToken(text_.c_str() + position);
+    Lexeme lexeme;
+    lexeme.kind = token.kind;
+    lexeme.keyword = token.keyword;
+    lexeme.fault = token.fault;
+    lexeme.from = position;
+    lexeme.start = static_cast<size_t>(token.start - text_.c_str());
+    lexeme.next = static_cast<size_t>(token.end - text_.c_str());
+    if (token.fault == TokenFault::OpenString) lexeme.kind = TokenKind::String;
+    if (token.fault == TokenFault::TooLong) passLongToken(lexeme);
+    noteSkipped(lexeme);
+    lexeme.text = textOf(lexeme, token);
+    return lexeme;
 }
 
 Lexeme Scanner::readReal(size_t position) const {

@@ -1,5 +1,5 @@
-// The tokens of a script, exactly as the engine's lexer reads them (script/source/lexer.h), but as
-// a function of the position and over text of any kind: nothing here waits, jumps or ends.
+// The tokens of a script as the engine's lexer reads them (script/source/lexer.h), with what the
+// checker wants to know besides: where a token begins, and what was skipped before it.
 #pragma once
 
 #include <cstddef>
@@ -8,16 +8,14 @@
 
 #include "script/source/lexer.h"
 
-// Why a token cannot be read; the engine raises an error for each.
-
 struct Lexeme {
     TokenKind kind = TokenKind::Delimiter;
     KeywordCode keyword = KeywordCode::None;
     TokenFault fault = TokenFault::None;
     std::string_view text;      // as the engine has it in gToken: words lowered, operators as codes
     size_t from = 0;            // the position that the token was asked for at
-    size_t start = 0;           // its first byte, behind blanks and comments
-    size_t next = 0;            // the position behind it
+    size_t start = 0;           // its first byte, after blanks and comments
+    size_t next = 0;            // the position after it
     bool afterComment = false;  // a comment was skipped before it
     bool afterLineEnd = false;  // a line end was skipped before it
 
@@ -35,7 +33,8 @@ struct Lexeme {
 
 class Scanner {
 public:
-    // Keeps a reference to the text.
+    // Keeps a reference to the text, and makes it the program text of the lexer: one scanner at a
+    // time.
     explicit Scanner(const std::string& text);
 
     Lexeme read(size_t position) const;
@@ -44,7 +43,7 @@ public:
     // that start nothing are passed over.
     Lexeme readReal(size_t position) const;
 
-    // The byte there; zero at and behind the end.
+    // The byte there; zero at the end and after it.
     char byteAt(size_t position) const { return position < text_.size() ? text_[position] : '\0'; }
     size_t size() const { return text_.size(); }
     std::string_view source(const Lexeme& token) const {
@@ -53,16 +52,14 @@ public:
     std::string_view source(size_t from, size_t to) const {
         return std::string_view(text_).substr(from, to - from);
     }
-    // Behind the first ")" from the position on, or the end of the text.
-    size_t behindCloseParen(size_t position) const;
+    // After the first ")" from the position on, or the end of the text.
+    size_t afterCloseParen(size_t position) const;
 
 private:
     size_t skipBlanks(size_t position) const;
-    size_t skipComment(size_t position, Lexeme& token) const;
-    void readPlain(Lexeme& token) const;
-    bool readRelation(Lexeme& token) const;
-    void readString(Lexeme& token) const;
-    void readWord(Lexeme& token, TokenKind kind) const;
+    void noteSkipped(Lexeme& lexeme) const;
+    void passLongToken(Lexeme& lexeme) const;
+    std::string_view textOf(const Lexeme& lexeme, const Token& token) const;
 
     const std::string& text_;
     std::string lowered_;

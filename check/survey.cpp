@@ -35,7 +35,7 @@ void Survey::surveyFunction(const CheckedFunction& function) {
         readParameters();
     } catch (const Problem& problem) {
         report(problem);
-        position_ = scanner_.behindCloseParen(function.location);
+        position_ = scanner_.afterCloseParen(function.location);
     }
     readFunctionBody(function);
     for (const Local& local : locals_) {

@@ -71,7 +71,7 @@ static int64_t numberAt(const unsigned char* bytes, int size) {
 }
 
 // Reads the size that the header of a BMP file declares. Returns false for other files. The layout
-// is that of BITMAPFILEHEADER with BITMAPCOREHEADER (12 bytes long) or BITMAPINFOHEADER behind it;
+// is that of BITMAPFILEHEADER with BITMAPCOREHEADER (12 bytes long) or BITMAPINFOHEADER after it;
 // a negative height means rows from the top.
 static bool readBmpSize(const char* path, int64_t& w, int64_t& h) {
     unsigned char head[26] = {};

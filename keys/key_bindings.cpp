@@ -26,7 +26,7 @@ static KeyBinding& bindingsOf(int32_t key) {
     return findOrCreateBinding(static_cast<uint8_t>(key));
 }
 
-// Copies the name at `position` of the key's list; false behind its end. A fixed buffer, because
+// Copies the name at `position` of the key's list; false past its end. A fixed buffer, because
 // the function called by that name may change the list, and may leave by a jump.
 static bool copyBoundName(int32_t key, size_t position, char (&name)[kTokenCapacity]) {
     const KeyBinding& names = bindingsOf(key);

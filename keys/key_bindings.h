@@ -2,7 +2,7 @@
 //
 // A key code is an SDL scancode, 0 to 299 (kKeyCodes); other codes are accepted and ignored.
 // Nothing is fired by holding a key alone: the main loop fires every held key at every keyboard
-// event. Shared as it stands by the main thread and, through the built-ins, the timer thread.
+// event. Unlocked: shared by the main thread and, through the built-ins, the timer thread.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@
 
 constexpr int32_t kKeyCodes = 300;
 
-// Names of script functions in the order they were bound; a name may stand there more than once.
+// Names of script functions in the order they were bound; a name may be there more than once.
 using KeyBinding = std::vector<std::string>;
 
 // The lists are kept by the low byte of the key code, the flags by the whole code: the codes 256 to

@@ -34,7 +34,7 @@ using ErasedText = std::map<int32_t, GameText>::node_type;
 
 static void destroyErasedText(void* data) {
     ErasedText* erased = static_cast<ErasedText*>(data);
-    // Behind the close the texture is gone already, with its renderer.
+    // After the close the texture is gone already, with its renderer.
     SDL_Texture* texture = erased->mapped().texture;
     if (texture != nullptr && !gEngineClosed) SDL_DestroyTexture(texture);
     SDL_FreeSurface(erased->mapped().surface);

@@ -33,7 +33,7 @@ extern int32_t gLastTextNumber;  // taken by the latest construction; 0 before a
 // The text under `key`; an unknown key gets a hidden, empty text, which takes a number.
 GameText& findOrCreateGameText(int32_t key);
 
-// Shows `text` in `rect`, under the key gNextTimerId: a new text, or the one that stands there
+// Shows `text` in `rect`, under the key gNextTimerId: a new text, or the one that is there
 // already. Returns gLastTextNumber.
 int32_t createGameText(const char* text, const SDL_Rect& rect);
 

@@ -36,7 +36,7 @@ extern int32_t gCurrentTimerId;  // id of the timer that fired latest; 0 before 
 // which takes an identifier.
 ScriptTimer& findOrCreateTimer(int32_t key);
 
-// Starts a timer under the key gNextTimerId; a record that stands there already is reconfigured and
+// Starts a timer under the key gNextTimerId; a record that is there already is reconfigured and
 // keeps its id and its counter. A negative interval is a huge one.
 void createTimer(bool oneShot, int32_t interval, const char* functionName);
 

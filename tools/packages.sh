@@ -25,7 +25,7 @@ kTestPackages=(libgtest-dev clang xdotool openbox x11-utils python3)
 
 isInstalled() {
     command -v dpkg-query >/dev/null &&
-        [[ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null)" == installed ]]
+        [[ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>&1)" == installed ]]
 }
 
 # Runs apt-get as root. Sets DEBIAN_FRONTEND behind sudo, which would drop it.
@@ -53,7 +53,8 @@ installMissing() {
         return 1
     fi
     echo "Installing: ${missing[*]}"
-    # An index that could be refreshed only in part is often good enough; apt-get has said what failed.
+    # An index that could be refreshed only in part is often good enough; apt-get has said what
+    # failed.
     aptGet update || true
     quietly "installing packages" aptGet install -y --no-install-recommends "${missing[@]}"
 }

@@ -87,7 +87,7 @@ def paste(picture, other, x, y):
 
 
 def enlarge(picture, times):
-    """Every pixel becomes a square of pixels, so that the engine's smooth scaling cannot blur it."""
+    """Every pixel becomes a square of pixels, which the engine's smooth scaling cannot blur."""
     wide = [[pixel for pixel in row for _ in range(times)] for row in picture]
     return [list(row) for row in wide for _ in range(times)]
 
@@ -139,7 +139,7 @@ def _indexed_bmp(picture):
 
 
 def _alpha_bmp(picture):
-    """32 bits a pixel with the fourth header version, the first whose masks include one for alpha."""
+    """32 bits a pixel with the fourth header version, the first with a mask for alpha."""
     width, height = size(picture)
     pixels = b"".join(
         bytes((blue, green, red, alpha))

@@ -1,6 +1,6 @@
 // The unit tick: carries out the orders of the units.
 //
-// There is no walk: a unit that is farther from its target than the tolerance stands there after
+// There is no walk: a unit that is farther from its target than the tolerance is there after
 // one tick, and the tick after that clears the order. A nearer target clears the order at once.
 #pragma once
 

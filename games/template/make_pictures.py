@@ -50,7 +50,7 @@ PEON = [
 
 
 def frame():
-    """The selection frame, stretched to what the player drags: soft, so that every size suits it."""
+    """The selection frame, stretched to what the player drags: soft, so every size suits it."""
     side = 48
     picture = blank(side, side)
     for y in range(side):

@@ -42,8 +42,8 @@ static_assert(std::size(kErrorTexts) == static_cast<size_t>(ScriptError::Count),
 // these numbers: they stay zero-based.
 static int lineOf(const char* position) {
     const char* second = gProgramBuffer + 1;
-    const char* behind = std::min(position + 1, gProgramEnd);
-    return second < behind ? static_cast<int>(std::count(second, behind, '\r')) : 0;
+    const char* end = std::min(position + 1, gProgramEnd);
+    return second < end ? static_cast<int>(std::count(second, end, '\r')) : 0;
 }
 
 // The text before the position, back to the line's start but not further than kContextBytes. A

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-// The texts stand in errors.cpp in the same order. Codes without a raiser keep their place: the
+// The texts are in errors.cpp in the same order. Codes without a raiser keep their place: the
 // numbers are known to makers of levels.
 enum class ScriptError : int32_t {
     Syntax = 0,

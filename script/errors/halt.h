@@ -1,7 +1,7 @@
 // The ways in which a script ends or stops the process. All of them flush standard output first,
 // so nothing the script printed is lost.
 //
-// They stand in one file so that a harness that runs millions of hostile scripts in one process
+// They are in one file so that a harness that runs millions of hostile scripts in one process
 // can put its own in their place.
 #pragma once
 
@@ -18,6 +18,6 @@
 struct Place;
 
 // Tells standard error where and why the interpreter will never go on - `reason` is a sentence
-// about the character at `position` - and waits for ever without using the processor. Two
+// about the character at `position` - and waits endlessly without using the processor. Two
 // interrupts (Ctrl-C) end the process: the first one only asks the event loop to quit.
 [[noreturn]] void waitForEver(const char* reason, const Place* position);

@@ -1,4 +1,4 @@
-// The bound on nesting: how deep expressions, statements and calls may stand in each other.
+// The bound on nesting: how deeply expressions, statements and calls may be nested.
 //
 // The evaluator calls itself for every level of the script's nesting, so the machine's stack is
 // what a hostile script would overflow. Every road back into it counts here: a parenthesis, an

@@ -23,12 +23,12 @@ void readPlace(Place* place) {
     if (place->state == PlaceState::Faulty) syntaxError(errorOf(place->fault), place->next);
 }
 
-Name* checkDeclaredName(Place* token) {
+Symbol* checkDeclaredSymbol(Place* token) {
     if (token->length > kMaxNameLength) {
         std::printf("Name is too long: %s\n", token->text);
         abortProcess();
     }
-    return token->name = nameOf(token->text);
+    return token->name = internSymbol(token->text);
 }
 
 static const char* unbalancedReason(char open) {
@@ -40,8 +40,8 @@ static const char* unbalancedReason(char open) {
 static Place* walkToBalance(Place* position, char open, char close) {
     int depth = 1;
     for (Place* token = tokenAt(position);; token = tokenAt(token->next)) {
-        if (token->symbol == open) depth++;
-        if (token->symbol == close && --depth == 0) return token;
+        if (token->punctuator == open) depth++;
+        if (token->punctuator == close && --depth == 0) return token;
         waitIfStuck(token);
         if (token->keyword != KeywordCode::Finished) continue;
         waitForEver(unbalancedReason(open), token->next);
@@ -54,7 +54,7 @@ Place* findBalance(Place* position, char open, char close) {
     return end;
 }
 
-// Says what stands at the position, for someone who reads the text in an editor.
+// Says what is at the position, for someone who reads the text in an editor.
 void waitAtCharacter(const Place* token) {
     const unsigned char c = static_cast<unsigned char>(byteAt(textAt(token->next)));
     char reason[160];

@@ -24,10 +24,10 @@ inline Place* tokenAt(Place* position) {
 
 // The name that `token`, whatever its kind, gives to what is being declared. One longer than 30
 // characters is fatal: prints "Name is too long: " and the name, and aborts the process.
-Name* checkDeclaredName(Place* token);
-inline Name* declaredName(Place* token) {
-    const bool isGood = token->name != &gNoName && token->length <= kMaxNameLength;
-    return isGood ? token->name : checkDeclaredName(token);
+Symbol* checkDeclaredSymbol(Place* token);
+inline Symbol* declaredSymbol(Place* token) {
+    const bool isGood = token->name != &gNoSymbol && token->length <= kMaxNameLength;
+    return isGood ? token->name : checkDeclaredSymbol(token);
 }
 
 // Reads on from `position` until as many `close` as `open` have passed, one `open` being read
@@ -35,8 +35,8 @@ inline Name* declaredName(Place* token) {
 // this never returns (script/errors/halt.h).
 Place* findBalance(Place* position, char open, char close);
 
-// Says so and waits for ever if `token` is one that reading on cannot get past: for loops that go
-// on whatever they read.
+// Says so and waits endlessly if `token` is one that reading never gets past: for loops that go on
+// whatever they read.
 [[noreturn]] void waitAtCharacter(const Place* token);
 inline void waitIfStuck(const Place* token) {
     if (token->stuck) waitAtCharacter(token);

@@ -25,7 +25,7 @@ void putBack() {
 }
 
 bool tokenIs(char c) {
-    return gToken->symbol == c;
+    return gToken->punctuator == c;
 }
 
 void argumentError(ScriptError error) {
@@ -74,7 +74,7 @@ void readText(ArgumentText& text) {
 
 void expectCloseParen() {
     requireToken(')', ScriptError::NoParens);
-    // One token of look-ahead: of several line ends behind the call the first is skipped here.
+    // One token of look-ahead: of several line ends after the call the first is skipped here.
     getToken();
     putBack();
 }

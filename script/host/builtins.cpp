@@ -4,7 +4,7 @@
 
 #include "script/host/builtin_list.h"
 #include "script/host/console_builtins.h"
-#include "script/source/names.h"
+#include "script/source/symbols.h"
 
 // The subsystems above define their handlers; naming them here keeps the table below them.
 #define ZEL_DECLARE(name, handler, ...) int32_t handler();
@@ -21,7 +21,7 @@ static_assert(std::size(gBuiltins) <= kMaxBuiltins, "the names have room for the
 
 void declareBuiltins() {
     for (const BuiltinFunction* builtin = gBuiltins; builtin->name[0] != '\0'; builtin++)
-        nameOf(builtin->name)->builtin = builtin;
+        internSymbol(builtin->name)->builtin = builtin;
 }
 
 int32_t findBuiltin(std::string_view name) {

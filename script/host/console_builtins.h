@@ -5,7 +5,7 @@
 #include <cstdint>
 
 // getche(): waits for one byte of standard input and returns it, -128..127; -1 at the end of the
-// input. Whatever stands in the parentheses is skipped unread.
+// input. Whatever is in the parentheses is skipped unread.
 int32_t builtinGetche();
 
 // putch(value): writes the value as a decimal number, not as a character; returns it.
@@ -18,5 +18,5 @@ int32_t builtinPuts();
 // Must end its statement.
 int32_t builtinPrint();
 
-// getnum(): 0. Reads no input; whatever stands in the parentheses is skipped unread.
+// getnum(): 0. Reads no input; whatever is in the parentheses is skipped unread.
 int32_t builtinGetnum();

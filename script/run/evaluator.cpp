@@ -9,7 +9,7 @@
 #include "script/run/arithmetic.h"
 #include "script/run/functions.h"
 #include "script/run/variables.h"
-#include "script/source/names.h"
+#include "script/source/symbols.h"
 #include "script/source/text.h"
 
 // Recursive descent over the tokens, computing as it reads. Each level is given the first token of
@@ -25,13 +25,13 @@ struct Evaluated {
 
 // Each level of the grammar is a function that is given the token it starts at. What an expression
 // is made of mostly - variables, numbers, operators - is compiled into its callers; what takes its
-// time anyway stands apart, so that it does not get in the way.
+// time anyway is kept out of line.
 
 static Evaluated evalAssign(Place* token);
 
 // The two calls of an identifier. `position` is where the arguments are read.
 [[gnu::noinline]] static Evaluated evalCall(Place* token, Place* position) {
-    const Name* name = token->name;
+    const Symbol* name = token->name;
     int32_t value = 0;
     enterNesting(position);
     if (name->builtin != nullptr) {
@@ -56,13 +56,13 @@ static inline int32_t findVar(const Place* token) {
 
 // identifier -> builtin arguments | function arguments | variable
 // A built-in hides a function, a function hides a variable of the same name. `position` is where
-// reading goes on behind the identifier.
+// reading goes on after the identifier.
 static Evaluated evalName(Place* token, Place* position) {
-    const Name* name = token->name;
+    const Symbol* name = token->name;
     if (name->builtin != nullptr || name->function != nullptr) return evalCall(token, position);
     const int32_t value = findVar(token);
     Place* next = tokenAt(position);
-    if (token->next->plain && next->symbol != '=') token->operand = Operand::Variable;
+    if (token->next->plain && next->punctuator != '=') token->operand = Operand::Variable;
     return {value, next};
 }
 
@@ -85,34 +85,34 @@ static Evaluated evalNumber(Place* token) {
 static Evaluated atom(Place* token) {
     if (token->kind == TokenKind::Identifier) return evalName(token, token->next);
     if (token->kind == TokenKind::Number) return evalNumber(token);
-    if (token->symbol == '\'') return evalCharacter(token);
-    if (token->symbol == ')') return {0, token};
+    if (token->punctuator == '\'') return evalCharacter(token);
+    if (token->punctuator == ')') return {0, token};
     syntaxError(ScriptError::Syntax, token->next);
 }
 
 // paren -> "(" assign ")" | atom
 static Evaluated evalParen(Place* token) {
-    if (token->symbol != '(') return atom(token);
+    if (token->punctuator != '(') return atom(token);
     enterNesting(token->next);
     const Evaluated inner = evalAssign(tokenAt(token->next));
-    if (inner.place->symbol != ')') syntaxError(ScriptError::NoParens, inner.place->next);
+    if (inner.place->punctuator != ')') syntaxError(ScriptError::NoParens, inner.place->next);
     leaveNesting();
     return {inner.value, tokenAt(inner.place->next)};
 }
 
 [[gnu::noinline]] static Evaluated evalSigned(const Place* sign) {
     const Evaluated operand = evalParen(tokenAt(sign->next));
-    const bool minus = sign->symbol == '-';
+    const bool minus = sign->punctuator == '-';
     return {minus ? wrapSubtract(0, operand.value) : operand.value, operand.place};
 }
 
 // unary -> [ "+" | "-" ] paren
 [[gnu::noinline]] static Evaluated evalUnary(Place* token) {
-    const bool isSigned = token->symbol == '-' || token->symbol == '+';
+    const bool isSigned = token->punctuator == '-' || token->punctuator == '+';
     return isSigned ? evalSigned(token) : evalParen(token);
 }
 
-// The same, by the short way for what was met before.
+// Fast path for an operand already classified.
 [[gnu::always_inline]] static inline Evaluated evalOperand(Place* token) {
     if (token->operand == Operand::Variable) return {findVar(token), token->next};
     if (token->operand == Operand::Number) return {token->number, token->next};
@@ -121,10 +121,11 @@ static Evaluated evalParen(Place* token) {
 
 // Operators -----------------------------------------------------------------------------------
 
-// The levels of the operators start behind their first operand: they are given its value and the
-// token behind it.
+// Each level receives its left operand evaluated, and the token after it. One loop with a precedence
+// limit in place of the levels was tried: half as long, but 4 % slower in a counting loop and 12 % in
+// nested arithmetic (medians of 15 pairs of runs).
 
-// `end` is the token behind the right operand.
+// `end` is the token after the right operand.
 static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Place* end) {
     if (operation == '*') return wrapMultiply(a, b);
     if (operation == '/') {
@@ -138,9 +139,9 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 
 // product -> unary { ( "*" | "/" | "%" ) unary }
 [[gnu::always_inline]] static inline Evaluated evalMulDiv(int32_t value, Place* token) {
-    while (token->binding == Binding::Product) {
+    while (token->precedence == Precedence::Product) {
         const Evaluated right = evalOperand(tokenAt(token->next));
-        value = multiplyOrDivide(token->symbol, value, right.value, right.place);
+        value = multiplyOrDivide(token->punctuator, value, right.value, right.place);
         token = right.place;
     }
     return {value, token};
@@ -151,10 +152,10 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
     const Evaluated left = evalMulDiv(value, token);
     value = left.value;
     token = left.place;
-    while (token->binding == Binding::Sum) {
+    while (token->precedence == Precedence::Sum) {
         const Evaluated first = evalOperand(tokenAt(token->next));
         const Evaluated right = evalMulDiv(first.value, first.place);
-        const bool minus = token->symbol == '-';
+        const bool minus = token->punctuator == '-';
         value = minus ? wrapSubtract(value, right.value) : wrapAdd(value, right.value);
         token = right.place;
     }
@@ -163,7 +164,7 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 
 // sum -> product { ( "+" | "-" ) product }
 [[gnu::always_inline]] static inline Evaluated evalAddSub(int32_t value, Place* token) {
-    if (token->binding < Binding::Sum) return {value, token};
+    if (token->precedence < Precedence::Sum) return {value, token};
     return evalSum(value, token);
 }
 
@@ -172,7 +173,7 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 [[gnu::noinline]] static Evaluated evalComparison(int32_t value, Place* token) {
     const Evaluated first = evalOperand(tokenAt(token->next));
     const Evaluated right = evalAddSub(first.value, first.place);
-    const char relation = token->symbol;
+    const char relation = token->punctuator;
     if (relation != 0) value = compareValues(relation, value, right.value) ? 1 : 0;
     return {value, right.place};
 }
@@ -181,7 +182,7 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 // One comparison only.
 [[gnu::always_inline]] static inline Evaluated evalRelational(int32_t value, Place* token) {
     const Evaluated left = evalAddSub(value, token);
-    if (left.place->binding != Binding::Relation) return {left.value, left.place};
+    if (left.place->precedence != Precedence::Relation) return {left.value, left.place};
     return evalComparison(left.value, left.place);
 }
 
@@ -196,18 +197,18 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 }
 
 // assign, where it starts with an identifier
-// Behind a variable the next token is read, to see whether it is "=", and put back if it is not.
-// That moves the position: behind blanks and comments, behind an empty token, into a string. A
+// After a variable the next token is read, to see whether it is "=", and put back if it is not.
+// That moves the position: past blanks and comments, past an empty token, into a string. A
 // plain token is found again from either position; only getche and getnum, which go on character by
 // character, could tell.
 static Evaluated evalAssignName(Place* token) {
     Place* position = token->next;
-    if (!position->plain || position->symbol == '=' || token->name->builtin != nullptr) {
+    if (!position->plain || position->punctuator == '=' || token->name->builtin != nullptr) {
         ScriptVariable* variable = lookUpVariable(token->name);
         if (variable != nullptr) {
-            const Place* behind = tokenAt(position);
-            if (behind->symbol == '=') return assign(variable, token, behind);
-            position = behind->back;
+            const Place* after = tokenAt(position);
+            if (after->punctuator == '=') return assign(variable, token, after);
+            position = after->back;
         }
     }
     const Evaluated left = evalName(token, position);
@@ -220,7 +221,7 @@ static Evaluated evalAssign(Place* token) {
         return evalAssignName(token);
     }
     const Evaluated left = evalOperand(token);
-    if (left.place->binding == Binding::None) return {left.value, left.place};
+    if (left.place->precedence == Precedence::None) return {left.value, left.place};
     return evalRelational(left.value, left.place);
 }
 
@@ -229,7 +230,7 @@ static Evaluated evalAssign(Place* token) {
 Result evalExpression(Place* position) {
     Place* token = tokenAt(position);
     if (token->length == 0) syntaxError(ScriptError::NoExpression, token->next);
-    if (token->symbol == ';') return {0, true, token};
+    if (token->punctuator == ';') return {0, true, token};
     const Evaluated result = evalAssign(token);
     return {result.value, false, result.place};
 }

@@ -4,7 +4,7 @@
 #include "script/errors/token_reader.h"
 #include "script/host/expression.h"
 #include "script/run/statements.h"
-#include "script/source/names.h"
+#include "script/source/symbols.h"
 
 ScriptFunction gFunctionTable[kMaxFunctions];
 int32_t gFunctionCount = 0;
@@ -20,7 +20,7 @@ void recordFunction(const ScriptFunction& function) {
 }
 
 Place* findFunction(const char* name) {
-    const Name* known = findName(name);
+    const Symbol* known = findSymbol(name);
     return known == nullptr ? nullptr : known->function;
 }
 
@@ -31,13 +31,13 @@ static Place* getArgs(Place* position) {
     int32_t count = 0;
 
     Place* token = tokenAt(position);
-    if (token->symbol != '(') syntaxError(ScriptError::NoParens, token->next);
+    if (token->punctuator != '(') syntaxError(ScriptError::NoParens, token->next);
     do {
         if (count == kMaxArguments) syntaxError(ScriptError::TooManyArguments, token->next);
         const Result argument = evalExpression(token->next);
         values[count++] = argument.value;
         token = tokenAfter(argument);
-    } while (token->symbol == ',');
+    } while (token->punctuator == ',');
 
     while (count > 0)
         pushArgument(values[--count], token->next);
@@ -53,19 +53,19 @@ static Place* getParams(Place* position, int32_t base) {
     Place* token = nullptr;
     do {
         token = tokenAt(position);
-        if (token->symbol == ')') return token->next;
+        if (token->punctuator == ')') return token->next;
         if (token->keyword != KeywordCode::Char && token->keyword != KeywordCode::Int) {
             syntaxError(ScriptError::NoTypeSpecifier, token->next);
         }
         token = tokenAt(token->next);
-        Name* name = declaredName(token);
+        Symbol* name = declaredSymbol(token);
         ScriptVariable* argument =
             slot >= base ? &gLocalStack[slot--] : pushArgument(0, token->next);
         nameArgument(argument, name);
         token = tokenAt(token->next);
         position = token->next;
-    } while (token->symbol == ',');
-    if (token->symbol != ')') syntaxError(ScriptError::NoParens, token->next);
+    } while (token->punctuator == ',');
+    if (token->punctuator != ')') syntaxError(ScriptError::NoParens, token->next);
     return position;
 }
 

@@ -11,9 +11,9 @@ constexpr int32_t kMaxFunctions = 100;
 constexpr int32_t kMaxArguments = 32;  // of one call
 
 struct ScriptFunction {
-    Name* name = nullptr;       // lower case: the lexer lowers every identifier
+    Symbol* name = nullptr;     // lower case: the lexer lowers every identifier
     int32_t returnType = 0;     // keyword code of the type word; recorded, never used
-    Place* location = nullptr;  // just behind the definition's "("
+    Place* location = nullptr;  // just after the definition's "("
 };
 
 extern ScriptFunction gFunctionTable[kMaxFunctions];  // in text order

@@ -23,11 +23,11 @@ static Place* declareGlobals(Place* type) {
     Place* token = type;
     do {
         Place* name = tokenAt(token->next);
-        global.name = declaredName(name);
+        global.name = declaredSymbol(name);
         declareGlobalVariable(global, name->next);
         token = tokenAt(name->next);
-    } while (token->symbol == ',');
-    if (token->symbol != ';') syntaxError(ScriptError::NoSemicolon, token->next);
+    } while (token->punctuator == ',');
+    if (token->punctuator != ';') syntaxError(ScriptError::NoSemicolon, token->next);
     return token->next;
 }
 
@@ -38,9 +38,9 @@ static Place* declareFunctionOrGlobals(Place* type) {
     if (name->kind != TokenKind::Identifier) return name->next;
     ScriptFunction function;
     function.returnType = static_cast<int32_t>(type->keyword);
-    function.name = declaredName(name);
+    function.name = declaredSymbol(name);
     Place* token = tokenAt(name->next);
-    if (token->symbol != '(') return declareGlobals(type);
+    if (token->punctuator != '(') return declareGlobals(type);
     function.location = token->next;
     recordFunction(function);
     Place* end = afterCloseParen(function.location);
@@ -53,7 +53,7 @@ static Place* prescanFrom(Place* token) {
     if (token->keyword == KeywordCode::Char || token->keyword == KeywordCode::Int) {
         return declareFunctionOrGlobals(token);
     }
-    return token->symbol == '{' ? findBalance(token->next, '{', '}')->next : token->next;
+    return token->punctuator == '{' ? findBalance(token->next, '{', '}')->next : token->next;
 }
 
 static void prescan() {

@@ -36,10 +36,10 @@ static bool isEnd(const Place* token) {
     Place* token = type;
     do {
         Place* name = tokenAt(token->next);
-        pushLocal(declaredName(name), static_cast<int32_t>(type->keyword), name->next);
+        pushLocal(declaredSymbol(name), static_cast<int32_t>(type->keyword), name->next);
         token = tokenAt(name->next);
-    } while (token->symbol == ',');
-    if (token->symbol != ';') syntaxError(ScriptError::NoSemicolon, token->next);
+    } while (token->punctuator == ',');
+    if (token->punctuator != ';') syntaxError(ScriptError::NoSemicolon, token->next);
     return {token->next, false};
 }
 
@@ -73,7 +73,7 @@ static Executed execWhile(Place* word) {
 // character is the ";" put back; after an empty part, whose ";" is used up, it is the one after it.
 static Place* evaluateForPart(Place* position, int32_t& value) {
     const Result part = evalExpression(position);
-    if (part.end->symbol != ';') syntaxError(ScriptError::NoSemicolon, positionAfter(part));
+    if (part.end->punctuator != ';') syntaxError(ScriptError::NoSemicolon, positionAfter(part));
     value = part.value;
     return afterCharacter(positionAfter(part));
 }
@@ -95,7 +95,7 @@ static Place* evaluateForPart(Place* position, int32_t& value) {
 // that does nothing, it is read here.
 static Executed execExpression(Place* token, bool inBlock) {
     Place* end = evalExpression(token).end;
-    if (end->symbol != ';') syntaxError(ScriptError::NoSemicolon, end->back);
+    if (end->punctuator != ';') syntaxError(ScriptError::NoSemicolon, end->back);
     return {inBlock ? end->next : end->back, false};
 }
 
@@ -138,7 +138,7 @@ static Executed runBlock(Place* position) {
             done = execExpression(token, inBlock);
         } else if (token->kind == TokenKind::Block) {
             done = {token->next, false};
-            if (token->symbol == '}') return done;
+            if (token->punctuator == '}') return done;
             inBlock = true;
         } else if (token->keyword == KeywordCode::Return) {
             return execReturn(token);

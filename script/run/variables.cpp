@@ -10,8 +10,8 @@ int32_t gCallStack[1 + kMaxCalls];
 uint64_t gCallNumbers[1 + kMaxCalls] = {1};
 __thread uint64_t gLastCallNumber = 0;
 
-// More calls than anyone waits for stand between the starts of two threads. The main thread is the
-// first, before there is another.
+// Threads start 2^48 apart, so their numbers never meet in practice. The main thread is the first,
+// before there is another.
 void startCallNumbers() {
     static uint64_t threads = 0;
     threads++;
@@ -26,14 +26,14 @@ void declareGlobalVariable(const ScriptVariable& variable, const Place* position
     if (variable.name->global == nullptr) variable.name->global = &slot;
 }
 
-static ScriptVariable* searchFrame(const Name* name, int32_t base) {
+static ScriptVariable* searchFrame(const Symbol* name, int32_t base) {
     for (int32_t i = gLocalTop - 1; i >= base; i--) {
         if (gLocalStack[i].name == name) return &gLocalStack[i];
     }
     return nullptr;
 }
 
-ScriptVariable* searchVariable(Name* name) {
+ScriptVariable* searchVariable(Symbol* name) {
     const int32_t depth = gCallDepth;  // once: the frame searched and the call it is kept for agree
     ScriptVariable* local = searchFrame(name, gCallStack[depth]);
     keepVariable(name, local != nullptr ? local : name->global, gCallNumbers[depth]);

@@ -1,18 +1,18 @@
 // The variables of the script: globals, the stack of locals, and the stack of active calls.
 //
 // All values are signed 32-bit integers, `char` variables too. The stacks are fixed; what does not
-// fit is a script error. Shared as it stands by the main thread and the timer thread: the tops are
+// fit is a script error. Unlocked: shared by the main thread and the timer thread: the tops are
 // copied before they are tested and used, so that no index leaves its array if the other thread
 // moves them in between.
 //
-// What runs for every operand or call stands here, to be compiled into its callers.
+// What runs for every operand or call is inline here.
 #pragma once
 
 #include <cstdint>
 
 #include "script/errors/errors.h"
 #include "script/errors/recovery.h"
-#include "script/source/names.h"
+#include "script/source/symbols.h"
 
 constexpr int32_t kMaxGlobals = 100;
 constexpr int32_t kMaxLocals = 201;  // of all active calls together, arguments included
@@ -23,7 +23,7 @@ constexpr int32_t kArgumentType = 0;
 constexpr int32_t kParameterType = 3;
 
 struct ScriptVariable {
-    Name* name = nullptr;          // null for an argument that no parameter names
+    Symbol* name = nullptr;        // null for an argument that no parameter names
     int32_t type = kArgumentType;  // recorded, never used
     int32_t value = 0;
 };
@@ -34,13 +34,13 @@ extern int32_t gGlobalCount;                     // used entries of gGlobalVars
 // Locals and arguments of all active calls; gLocalTop entries are used.
 extern ScriptVariable gLocalStack[kMaxLocals];
 
-// For each active call, gLocalTop at its start: the frame base. In front stands the base outside of
-// calls, which is 0.
+// For each active call, gLocalTop at its start: the frame base. Index 0: outside any call, where it
+// is 0.
 extern int32_t gCallStack[1 + kMaxCalls];
 
-// The numbers of the active calls, and in front that of the time outside of calls. No two calls
-// ever have the same. A name keeps what it was found to stand for with the number of the call it
-// was found in: that counts in this call only, and no frame need be searched twice for it.
+// The numbers of the active calls; index 0: outside any call. No two calls have the same. A
+// symbol's cached variable is valid only while its call number matches, so no frame is searched
+// twice for it.
 extern uint64_t gCallNumbers[1 + kMaxCalls];
 
 // The number of the call that this thread entered last; 0 before the first. Each thread counts from
@@ -53,13 +53,13 @@ inline uint64_t nextCallNumber() {
 }
 
 // Makes `variable`, null for none, what the name stands for in the call with this number.
-inline void keepVariable(Name* name, ScriptVariable* variable, uint64_t call) {
+inline void keepVariable(Symbol* name, ScriptVariable* variable, uint64_t call) {
     name->variable = variable;
     name->call = call;
 }
 
 // lookUpVariable by a search of the frame and the globals; keeps what it finds with the name.
-ScriptVariable* searchVariable(Name* name);
+ScriptVariable* searchVariable(Symbol* name);
 
 // Raises TooManyGlobals, at `position`, when gGlobalVars is full.
 void declareGlobalVariable(const ScriptVariable& variable, const Place* position);
@@ -75,7 +75,7 @@ inline ScriptVariable* pushArgument(int32_t value, const Place* position) {
 }
 
 // Pushes a local of the current call, with the value 0. Raises TooManyLocals.
-inline void pushLocal(Name* name, int32_t type, const Place* position) {
+inline void pushLocal(Symbol* name, int32_t type, const Place* position) {
     ScriptVariable* local = pushArgument(0, position);
     local->name = name;
     local->type = type;
@@ -84,7 +84,7 @@ inline void pushLocal(Name* name, int32_t type, const Place* position) {
 
 // Names an argument of the current call by the next of its parameters. Of two parameters with the
 // same name the first one counts: the other's argument stays unnamed.
-inline void nameArgument(ScriptVariable* argument, Name* name) {
+inline void nameArgument(ScriptVariable* argument, Symbol* name) {
     const uint64_t call = gCallNumbers[gCallDepth];
     argument->type = kParameterType;
     if (name->call == call) return;
@@ -111,7 +111,7 @@ inline int32_t popCall(const Place* position) {
 
 // The look-up of a name: the current call's locals from the newest to the oldest, then the globals;
 // the first match counts. A callee cannot see the locals of its caller. Null if there is none.
-inline ScriptVariable* lookUpVariable(Name* name) {
+inline ScriptVariable* lookUpVariable(Symbol* name) {
     const bool isKept = name->call == gCallNumbers[gCallDepth];
     return isKept ? name->variable : searchVariable(name);
 }

@@ -33,14 +33,14 @@ static const char* skipWhiteSpace(const char* p) {
     return skipBlanks(p);
 }
 
-// `p` stands at the first character of the comment. Returns the place behind its line, or null if
-// the text ends before its line does.
+// `p` is at the first character of the comment. Returns the position after its line, or null if the
+// text ends first.
 static const char* skipLineComment(const char* p) {
     const void* end = std::memchr(p, '\n', static_cast<size_t>(gProgramEnd - p));
     return end == nullptr ? nullptr : static_cast<const char*>(end) + 1;
 }
 
-// The same for a block comment: the place just behind it, or null if the text ends before it does.
+// The same for a block comment: the position just after it, or null.
 static const char* skipBlockComment(const char* p) {
     for (p += 2; p < gProgramEnd; p++) {
         if (*p == '*' && byteAt(p + 1) == '/') return p + 2;
@@ -50,17 +50,18 @@ static const char* skipBlockComment(const char* p) {
 
 static void finishText(Token& token, const char* end) {
     token.keyword = KeywordCode::Finished;
-    token.end = end;
+    token.start = token.end = end;
 }
 
 static void fail(Token& token, const char* place, TokenFault fault) {
     token.fault = fault;
     token.end = place;
+    if (token.start == nullptr) token.start = place;
 }
 
 // Makes `c` the whole text, `length` times.
 static void takeSymbol(Token& token, const char* p, char c, int length) {
-    token.symbol = c;
+    token.punctuator = c;
     token.length = static_cast<uint8_t>(c == '\0' ? 0 : length);
     std::memset(token.text, c, token.length);
     token.end = p + length;
@@ -76,7 +77,7 @@ static bool appendCharacter(Token& token, const char* p) {
     return true;
 }
 
-// `p` stands behind the opening quote. There are no escapes.
+// `p` is after the opening quote. There are no escapes.
 static void takeString(Token& token, const char* p) {
     for (; byteAt(p) != '"'; p++) {
         if (p >= gProgramEnd || *p == '\r') return fail(token, p, TokenFault::OpenString);
@@ -99,9 +100,10 @@ static void takeWord(Token& token, const char* p, TokenKind kind) {
     }
 }
 
-// The tokens that may also stand directly behind a comment. Braces are not among them: a "{" there
+// The tokens that may also come directly after a comment. Braces are not among them: a "{" there
 // gives an empty token, like every other character that starts nothing.
 static void takeToken(Token& token, const char* p) {
+    token.start = p;
     const char c = byteAt(p);
     const bool orEqual = byteAt(p + 1) == '=';
     if (const char relation = relationCode(c, orEqual); relation != '\0') {
@@ -132,6 +134,7 @@ Token readToken(const char* position) {
         finishText(token, p);
     } else if (c == '{' || c == '}') {
         token.kind = TokenKind::Block;
+        token.start = p;
         takeSymbol(token, p, c, 1);
     } else if (c == '/' && second == '*') {
         p = skipBlockComment(p);

@@ -1,4 +1,4 @@
-// The lexer: reads the token that stands at a position of the program text.
+// The lexer: reads the token at a position of the program text.
 //
 // A token depends on nothing but its position, errors included: reading has no side effects. Who
 // wants the tokens one after the other uses script/source/tokens.h.
@@ -42,7 +42,7 @@ constexpr char kGreaterOrEqual = 4;
 constexpr char kEqual = 5;
 constexpr char kNotEqual = 6;
 
-// The code of the operator that starts with `first`, with a "=" behind it or without; 0 if that is
+// The code of the operator that starts with `first`, with a "=" after it or without; 0 if that is
 // no relational operator: so for a lone "=" or "!".
 constexpr char relationCode(char first, bool orEqual) {
     switch (first) {
@@ -86,19 +86,21 @@ inline constexpr char kEndOfWord[] = " !;,+-<>'/*%^=()\t\r";
 inline constexpr char kDelimiters[] = "+-*^/%=;(),'";
 
 constexpr size_t kTokenCapacity = 80;  // bytes of a token's text, the terminating zero included
-constexpr size_t kMaxNameLength = 30;  // characters of what a declaration may take for a name
+constexpr size_t kMaxNameLength = 30;  // characters of a name that is declared
 
 struct Token {
-    const char* end = nullptr;  // the position after the token; with a fault, the fault's place
+    const char* start = nullptr;  // its first byte, after what was skipped
+    const char* end = nullptr;    // the position after the token; with a fault, the fault's place
     TokenKind kind = TokenKind::Delimiter;
     KeywordCode keyword = KeywordCode::None;
-    char symbol = 0;  // the text's first byte if this is a delimiter or a brace; 0 if it is empty
+    char punctuator =
+        0;  // the text's first byte if this is a delimiter or a brace; 0 if it is empty
     uint8_t length = 0;  // of the text
     TokenFault fault = TokenFault::None;
     char text[kTokenCapacity] = "";  // zero-terminated; words are in lower case
 };
 
-// Reads the token at `position`, which may be anywhere in the text and at most one behind its end.
+// Reads the token at `position`, which may be anywhere in the text and at most one past its end.
 // Only one line end is skipped, so an empty line gives an empty token; so does a character that
 // starts nothing, and then the token ends where it was read.
 Token readToken(const char* position);

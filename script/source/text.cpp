@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
-char* gProgramBuffer = nullptr;
+const char* gProgramBuffer = nullptr;
 const char* gProgramEnd = nullptr;
 const char* gProgramPath = "";
 bool gProgramCut = false;
@@ -30,7 +30,7 @@ bool readProgramFile(char* buffer, const char* path) {
     return true;
 }
 
-void setProgramText(char* buffer, const char* path) {
+void setProgramText(const char* buffer, const char* path) {
     gProgramBuffer = buffer;
     gProgramEnd = buffer + std::strlen(buffer);
     gProgramPath = path;

@@ -1,7 +1,7 @@
 // The program text: the level script as it was read from its file.
 //
 // There is one text for the whole run. It never changes after loading, so a position in it can be
-// kept and returned to at any time; that is how loops and calls work. Nothing at or behind
+// kept and returned to at any time; that is how loops and calls work. Nothing at or after
 // gProgramEnd is ever read as text.
 #pragma once
 
@@ -10,8 +10,9 @@
 // Bytes of text kept of a script file, its terminating zero included.
 constexpr size_t kProgramCapacity = 10000;
 
-// The text, zero-terminated. Allocated by loadScript and owned by the process until it ends.
-extern char* gProgramBuffer;
+// The text, zero-terminated. Owned by whoever set it, for as long as it is read: by loadScript,
+// until the process ends.
+extern const char* gProgramBuffer;
 
 // The terminating zero of the text: the first zero byte in gProgramBuffer.
 extern const char* gProgramEnd;
@@ -28,9 +29,9 @@ extern bool gProgramCut;
 bool readProgramFile(char* buffer, const char* path);
 
 // Takes `buffer` as the program text of `path`.
-void setProgramText(char* buffer, const char* path);
+void setProgramText(const char* buffer, const char* path);
 
-// The byte at `position`; zero at the end of the text and behind it.
+// The byte at `position`; zero at the end of the text and after it.
 inline char byteAt(const char* position) {
     return position < gProgramEnd ? *position : '\0';
 }

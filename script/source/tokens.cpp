@@ -6,13 +6,13 @@
 #include <cstring>
 #include <vector>
 
-Name gNoName;
+Symbol gNoSymbol;
 static std::vector<Place> gPlaceStorage(1);
 
 Place* gPlaces = gPlaceStorage.data();
 
 void resetTokens() {
-    forgetNames();
+    forgetSymbols();
     gPlaceStorage.clear();
     gPlaceStorage.resize(static_cast<size_t>(gProgramEnd - gProgramBuffer) + 2);
     gPlaces = gPlaceStorage.data();
@@ -27,36 +27,36 @@ Place* placeAt(const char* position) {
 // Reading -------------------------------------------------------------------------------------
 
 // The relational operators are a zero-terminated set, and an empty token is found in it.
-static Binding bindingOf(const Place& place) {
-    switch (place.symbol) {
+static Precedence precedenceOf(const Place& place) {
+    switch (place.punctuator) {
         case '*':
         case '/':
         case '%':
-            return Binding::Product;
+            return Precedence::Product;
         case '+':
         case '-':
-            return Binding::Sum;
+            return Precedence::Sum;
         case kLess:
         case kLessOrEqual:
         case kGreater:
         case kGreaterOrEqual:
         case kEqual:
         case kNotEqual:
-            return Binding::Relation;
+            return Precedence::Relation;
         default:
-            return place.length == 0 ? Binding::Relation : Binding::None;
+            return place.length == 0 ? Precedence::Relation : Precedence::None;
     }
 }
 
 static void keepMeaning(Place& place) {
-    place.binding = bindingOf(place);
+    place.precedence = precedenceOf(place);
     const bool isEmpty = place.length == 0 && place.kind == TokenKind::Delimiter;
-    // A "/" directly behind a comment is read as the start of one when it is read at its own place.
-    const char behind = byteAt(textAt(place.next));
-    const bool opensComment = place.symbol == '/' && (behind == '/' || behind == '*');
+    // A "/" directly after a comment is read as the start of one when it is read at its own place.
+    const char after = byteAt(textAt(place.next));
+    const bool opensComment = place.punctuator == '/' && (after == '/' || after == '*');
     place.plain = place.length > 0 && place.kind != TokenKind::String && !opensComment;
     place.stuck = isEmpty && place.keyword == KeywordCode::None && place.next == &place;
-    if (place.kind == TokenKind::Identifier) place.name = nameOf(place.text);
+    if (place.kind == TokenKind::Identifier) place.name = internSymbol(place.text);
     if (place.kind == TokenKind::Number) {
         place.number = static_cast<int32_t>(std::strtol(place.text, nullptr, 10));
     }
@@ -67,7 +67,7 @@ void keepToken(Place* kept) {
     const Token token = readToken(textAt(&place));
     place.kind = token.kind;
     place.keyword = token.keyword;
-    place.symbol = token.symbol;
+    place.punctuator = token.punctuator;
     place.length = token.length;
     place.fault = token.fault;
     place.next = placeAt(token.end);

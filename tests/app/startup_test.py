@@ -194,7 +194,7 @@ class End(EngineProcess):
                     self.addCleanup(process.kill)
                     self.output_until(process, b"up\n")
                     process.send_signal(first)
-                    self.wait_until_uncaught(process, second)
+                    wait_until_uncaught(process, second)
                     process.send_signal(second)
                     self.assertEqual(process.wait(60), -second)
 

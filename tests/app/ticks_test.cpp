@@ -153,8 +153,8 @@ INSTANTIATE_TEST_SUITE_P(Ticks, RealTime, testing::Values("", "main"), [](const 
 
 constexpr uint64_t kPatienceMs = 120000;  // exists only so that a hang ends
 
-// Passes of the main loop while `goesOn`. Returns what was printed; it is caught in one piece, for a
-// timer thread may print at any moment.
+// Passes of the main loop while `goesOn`. Returns what was printed; it is caught in one piece, for
+// a timer thread may print at any moment.
 static std::string playWhile(const std::function<bool()>& goesOn) {
     testing::internal::CaptureStdout();
     startTicks();

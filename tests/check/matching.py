@@ -1,7 +1,7 @@
 """Which findings explain which answers of the engine.
 
-A warning matches an answer if it is about what the engine then stumbled over: of the same kind, or a
-trap that puts the engine out of step.
+A warning matches an answer if it is about what the engine then stumbled over: of the same kind, or
+a trap that puts the engine out of step.
 """
 
 # After these the engine reads the text out of step: anything may follow.

@@ -3,10 +3,10 @@
 
     play_test.py --zelplay ZELPLAY --font FONT --pictures FOLDER PAGE
 
-The page has one level, in a block marked "c". A block marked "play" is a whole play of it. It must go
-well, unless a block marked "text" follows: then that is what zelplay says on standard error. The text
-under the comment <!-- answers --> is a conversation: commands after "> ", then their answers. Every
-heading in backquotes, a command, must have a play or be part of the conversation.
+The page has one level, in a block marked "c". A block marked "play" is a whole play of it. It must
+go well, unless a block marked "text" follows: then that is what zelplay says on standard error. The
+text under the comment <!-- answers --> is a conversation: commands after "> ", then their answers.
+Every heading in backquotes, a command, must have a play or be part of the conversation.
 """
 
 import argparse

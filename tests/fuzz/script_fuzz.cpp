@@ -45,7 +45,7 @@ void countStep() {
 }
 
 static void forgetLevel() {
-    std::free(gProgramBuffer);
+    std::free(const_cast<char*>(gProgramBuffer));
     gProgramBuffer = nullptr;
     for (ScriptVariable& global : gGlobalVars)
         global = ScriptVariable();

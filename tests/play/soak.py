@@ -166,7 +166,8 @@ def soak(game, seconds, allowed_growth):
     for report in REPORTS:
         if report in game.text:
             where = game.text.index(report)
-            return f"{game.text.count(report)} reports: {game.text[max(where - 200, 0) : where + 30]!r}"
+            around = game.text[max(where - 200, 0) : where + 30]
+            return f"{game.text.count(report)} reports: {around!r}"
     return f"memory grows by {grown} KB" if grown > allowed_growth else None
 
 

@@ -67,7 +67,7 @@ class Pings:
         gErrors.clear()
         end = time.monotonic() + PATIENCE
         while time.monotonic() < end:
-            self.send(window)
+            self.send(window, self.ping)
             again = time.monotonic() + AGAIN
             while time.monotonic() < again:
                 if self.has_answer():
@@ -77,8 +77,13 @@ class Pings:
                 select.select([self.x.XConnectionNumber(self.display)], [], [], AGAIN)
         raise AssertionError(f"the window did not read its events within {PATIENCE} s")
 
-    def send(self, window):
-        words = (ctypes.c_long * 5)(self.ping, self.number, window)
+    def ask_to_close(self, window):
+        """What a window manager does when its user closes the window."""
+        self.send(window, self.x.XInternAtom(self.display, b"WM_DELETE_WINDOW", 0))
+
+    def send(self, window, protocol):
+        """Sends the window a message of the window manager's."""
+        words = (ctypes.c_long * 5)(protocol, self.number, window)
         event = ClientMessage(CLIENT_MESSAGE, 0, 0, None, window, self.protocols, 32, words)
         self.x.XSendEvent(self.display, ctypes.c_ulong(window), 0, ctypes.c_long(0),
                           ctypes.byref(event))

@@ -224,7 +224,7 @@ class Player:
         """Runs a program on the display to its end."""
         return subprocess.run(
             command, env=self.environment, check=True, timeout=PATIENCE, stdout=subprocess.PIPE,
-            **options
+            **options,
         ).stdout
 
     def xdotool(self, *words):

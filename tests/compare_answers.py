@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Runs one level script through the real engine and compares what comes out.
 
-    run_script.py ZEL SCRIPT.txt
+    compare_answers.py ZEL SCRIPT.txt
 
 Beside SCRIPT.txt stand the answers:
     .out     the exact bytes of standard output

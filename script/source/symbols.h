@@ -15,7 +15,7 @@ struct ScriptVariable;
 
 constexpr int32_t kMaxBuiltins = 64;  // names that the engine itself may declare
 
-struct Name {
+struct Symbol {
     char text[kTokenCapacity] = "";            // of its tokens, zero-terminated
     const BuiltinFunction* builtin = nullptr;  // the engine's function of this name
     Place* function = nullptr;                 // location of the first user function of this name
@@ -24,11 +24,11 @@ struct Name {
     uint64_t call = 0;                         // and in which call (script/run/variables.h)
 };
 
-// The Name of `text`, the text of a token: made on first use. Any thread.
-Name* nameOf(std::string_view text);
+// The Symbol of `text`, the text of a token: made on first use. Any thread.
+Symbol* internSymbol(std::string_view text);
 
-// The Name of `text` if the script has used that word, else null. Any thread.
-Name* findName(std::string_view text);
+// The Symbol of `text` if the script has used that word, else null. Any thread.
+Symbol* findSymbol(std::string_view text);
 
 // Forgets all names, for a new program text. Only while no script code runs.
-void forgetNames();
+void forgetSymbols();
