@@ -14,7 +14,7 @@ Usage: ./bench.sh [--rounds N] [--before ZEL]
 
 Installs the packages that are missing, builds the engine and the measurements,
 and prints a table: scripts against python3, drawing and start-up against bare
-SDL calls. docs/performance.md explains it and keeps one.
+SDL calls, games by the plays that win them. docs/performance.md explains it and keeps one.
 
     --rounds N    how often scripts and parts are measured; the least counts
                   (default 7)
@@ -35,7 +35,7 @@ if isInstalled libgtest-dev; then tests=ON; fi
 echo "Building..."
 quietly "configuring" cmake --preset release -DZEL_BENCH=ON -DZEL_TESTS="$tests"
 quietly "building" cmake --build build \
-    --target zel parts_bench draw_bench first_frame first_load bare_sdl
+    --target zel zelplay parts_bench draw_bench first_frame first_load bare_sdl
 trap stopVirtualDisplay EXIT
 startVirtualDisplay
 cd "$caller"

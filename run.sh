@@ -12,6 +12,7 @@ kScreenshot=build/screenshot.png
 
 gGame=""
 gNewGame=""  # the name of the game to make, with --new
+gTests=false # play the game's plays in place of the game
 gForce=false # start the game whatever the checker finds
 gGamePid=""  # of the game that playUnseen started; empty while there is none
 
@@ -19,6 +20,7 @@ showHelp() {
     cat <<'HELP'
 Usage: ./run.sh [--force] [GAME]
        ./run.sh --new NAME
+       ./run.sh --test [GAME]
 
 Installs the packages that are missing, builds the engine and plays games/GAME
 (without GAME: the show game). Where there is no display, the game is played
@@ -29,6 +31,8 @@ starting.
 
     --force      starts the game all the same
     --new NAME   makes games/NAME, a small game to begin with, and plays it
+    --test       plays all plays of the game (games/GAME/plays/*.play), unseen, and says
+                 how each went; the status is 1 if one failed
     --help       shows this text
 
 ZEL_TICKS=main is set for the game unless you have set ZEL_TICKS yourself: timers
@@ -74,6 +78,7 @@ readArguments() {
                 exit 0
                 ;;
             --force) gForce=true ;;
+            --test) gTests=true ;;
             --new)
                 if (($# < 2)); then refuse "--new wants the name of the new game"; fi
                 gNewGame="$2"
@@ -116,7 +121,7 @@ hasDisplay() {
 
 installPackages() {
     local packages=("${kRunPackages[@]}")
-    if ! hasDisplay; then packages+=("${kVirtualDisplayPackages[@]}"); fi
+    if ! hasDisplay && ! $gTests; then packages+=("${kVirtualDisplayPackages[@]}"); fi
     installMissing "${packages[@]}"
 }
 
@@ -126,7 +131,7 @@ buildEngine() {
     if isInstalled libgtest-dev; then tests=ON; fi
     echo "Building..."
     quietly "configuring" cmake --preset release -DZEL_TESTS="$tests"
-    quietly "building" cmake --build build --target zel zelcheck
+    quietly "building" cmake --build build --target zel zelcheck zelplay
 }
 
 # Shows what the checker finds; errors (status 2 and above) stop here, unless --force.
@@ -199,10 +204,37 @@ play() {
     if hasDisplay; then startGame; else playUnseen; fi
 }
 
+# Plays --------------------------------------------------------------------------------------------
+
+# Plays one play and says in a line how it went, and below that why it failed.
+playPlay() {
+    local name complaints
+    name="$(basename "$1" .play)"
+    if complaints="$(build/zelplay "games/$gGame" "$1" 2>&1 >/dev/null)"; then
+        printf '%-20s ok\n' "$name"
+    else
+        printf '%-20s failed\n%s\n' "$name" "$complaints"
+        return 1
+    fi
+}
+
+playAllPlays() {
+    local play status=0
+    if ! compgen -G "games/$gGame/plays/*.play" >/dev/null; then
+        refuse "\"$gGame\" has no plays in games/$gGame/plays; docs/play.md tells what they are"
+    fi
+    for play in "games/$gGame/plays/"*.play; do playPlay "$play" || status=1; done
+    return "$status"
+}
+
 readArguments "$@"
 makeNewGame
 requireGame
 installPackages
 buildEngine
-checkGame
-play
+if $gTests; then
+    playAllPlays
+else
+    checkGame
+    play
+fi

@@ -80,10 +80,16 @@ bool drainEvents() {
     return quit;
 }
 
-bool runPass() {
-    const bool quit = drainEvents();
+static void runTicksOfNow() {
     runDueTicks(gInput.nowMs());
-    drawFrame();
+}
+
+Pass gPass = {drainEvents, runTicksOfNow, drawFrame};
+
+bool runPass() {
+    const bool quit = gPass.readEvents();
+    gPass.runTicks();
+    gPass.draw();
     std::fflush(stdout);
     return quit;
 }

@@ -14,8 +14,10 @@ class Cost:
         self.output = output
 
 
-def run(command, folder, environment=None):
-    """Runs the command to its end. A status other than 0 ends the measurement."""
+def run(command, folder, environment=None, quiet=False):
+    """Runs the command to its end. A status other than 0 ends the measurement. What is written to
+    standard error is shown, unless `quiet`."""
+    errors = [(os.POSIX_SPAWN_OPEN, 2, os.devnull, os.O_WRONLY, 0)] if quiet else []
     read_end, write_end = os.pipe()
     before = time.monotonic()
     here = os.getcwd()
@@ -25,7 +27,7 @@ def run(command, folder, environment=None):
             command[0],
             command,
             {**os.environ, **(environment or {})},
-            file_actions=[(os.POSIX_SPAWN_DUP2, write_end, 1)],
+            file_actions=[(os.POSIX_SPAWN_DUP2, write_end, 1), *errors],
         )
     finally:
         os.chdir(here)

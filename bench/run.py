@@ -10,10 +10,12 @@ executable of the engine as well, three times at most, for that one may be slow.
 
 import argparse
 import os
+import pathlib
 
 import kernels
 import measure
 import parts
+import plays
 import startup
 
 PARTS = (
@@ -102,6 +104,19 @@ def print_drawing(program, folder):
         )
 
 
+def print_plays(zelplay, rounds):
+    games = pathlib.Path(__file__).resolve().parents[1] / "games"
+    for game, play in plays.wins(games).items():
+        for seconds, what in zip(plays.passes(zelplay, play, rounds), ("median", "99th of 100")):
+            print_row(
+                f"a pass of {game}, {what}",
+                readable(seconds),
+                f"a frame of {readable(plays.FRAME_SECONDS)}",
+                f"{100 * seconds / plays.FRAME_SECONDS:.1f} % of it",
+                "",
+            )
+
+
 def print_startup(build, folder, rounds, driver):
     first_frame, bare = f"{build}/bench/first_frame", f"{build}/bench/bare_sdl"
     costs = startup.compare(first_frame, bare, folder, rounds, driver)
@@ -147,6 +162,7 @@ def main():
     print_parts(f"{build}/bench/parts_bench", folder, options.rounds)
     print_load(f"{build}/bench/first_load", folder, options.rounds)
     print_drawing(f"{build}/bench/draw_bench", folder)
+    print_plays(f"{build}/zelplay", min(options.rounds, 3))
     drivers = ["offscreen"] + (["x11"] if os.environ.get("DISPLAY") else [])
     for driver in drivers:
         print_startup(build, folder, 3 * options.rounds, driver)

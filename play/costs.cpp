@@ -5,75 +5,85 @@
 #include <cstdio>
 #include <vector>
 
+#include "app/main_loop.h"
 #include "play/level.h"
 #include "script/errors/recovery.h"
 
 using Clock = std::chrono::steady_clock;
-using Milliseconds = std::chrono::duration<double, std::milli>;
 
-static constexpr size_t kParts = static_cast<size_t>(PassPart::Count);
-static bool gMeasuring = false;
-static std::vector<double> gCosts[kParts];  // milliseconds, one entry a pass
-static std::vector<double> gWholes;         // the sums of the parts
-static Clock::time_point gPartStart;
+enum Part { Whole, Script, Ticks, Drawing, Events, Parts };
+static constexpr const char* kNames[Parts] = {"whole", "script", "ticks", "drawing", "events"};
+
+static std::vector<double> gCosts[Parts];  // milliseconds, one entry a pass
 static Clock::time_point gScriptStart;
-static double gScriptMs = 0;  // in the present part
+static Pass gMeasured;  // the parts of a pass as they were
 
 static double msSince(Clock::time_point start) {
-    return Milliseconds(Clock::now() - start).count();
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
 static void noteScript(bool enters) {
     if (enters)
         gScriptStart = Clock::now();
-    else
-        gScriptMs += msSince(gScriptStart);
+    else if (!gCosts[Script].empty())
+        gCosts[Script].back() += msSince(gScriptStart);
+}
+
+static void notePart(Part part, Clock::time_point start, double scriptBefore) {
+    const double ms = msSince(start);
+    gCosts[Whole].back() += ms;
+    gCosts[part].back() = ms - (gCosts[Script].back() - scriptBefore);
+}
+
+static bool measureEvents() {
+    for (std::vector<double>& costs : gCosts)
+        costs.push_back(0);
+    const Clock::time_point start = Clock::now();
+    const bool quit = gMeasured.readEvents();
+    notePart(Events, start, 0);
+    return quit;
+}
+
+static void measureTicks() {
+    const Clock::time_point start = Clock::now();
+    const double script = gCosts[Script].back();
+    gMeasured.runTicks();
+    notePart(Ticks, start, script);
+}
+
+static void measureDrawing() {
+    const Clock::time_point start = Clock::now();
+    gMeasured.draw();
+    notePart(Drawing, start, gCosts[Script].back());
 }
 
 void measureCosts() {
-    gMeasuring = true;
+    gMeasured = gPass;
+    gPass = {measureEvents, measureTicks, measureDrawing};
     gOnScript = noteScript;
 }
 
-void startCosts() {
-    if (!gMeasuring) return;
-    for (std::vector<double>& costs : gCosts)
-        costs.push_back(0);
-    gWholes.push_back(0);
-    gScriptMs = 0;
-    gPartStart = Clock::now();
-}
-
-void noteCost(PassPart part) {
-    if (!gMeasuring) return;
-    const double ms = msSince(gPartStart);
-    gCosts[static_cast<size_t>(part)].back() = ms - gScriptMs;
-    gCosts[static_cast<size_t>(PassPart::Script)].back() += gScriptMs;
-    gWholes.back() += ms;
-    gScriptMs = 0;
-    gPartStart = Clock::now();
-}
-
-// The value that `percent` of the sorted ones do not exceed.
-static double percentile(const std::vector<double>& sorted, size_t percent) {
-    const size_t rank = (sorted.size() * percent + 99) / 100;
-    return sorted[std::max<size_t>(rank, 1) - 1];
-}
-
+// The values that 50, 95, 99 and 100 of 100 costs do not exceed.
 static std::string row(const char* name, std::vector<double> costs) {
     std::sort(costs.begin(), costs.end());
-    char text[120];
-    std::snprintf(text, sizeof text, "%-10s %9.3f %9.3f %9.3f %9.3f\n", name, percentile(costs, 50),
-                  percentile(costs, 95), percentile(costs, 99), costs.back());
-    return text;
+    char text[80];
+    std::snprintf(text, sizeof text, "%-10s", name);
+    std::string result = text;
+    for (const size_t percent : {50u, 95u, 99u, 100u}) {
+        const size_t rank = std::max<size_t>((costs.size() * percent + 99) / 100, 1);
+        std::snprintf(text, sizeof text, " %9.3f", costs[rank - 1]);
+        result += text;
+    }
+    return result + '\n';
 }
 
 std::string costTable() {
     char head[160];
     std::snprintf(head, sizeof head, "%zu passes, %.3f s of engine time\n%-10s %9s %9s %9s %9s\n",
-                  gWholes.size(), static_cast<double>(levelTimeMs()) / 1000, "ms a pass", "median",
-                  "95th", "99th", "worst");
-    if (gWholes.empty()) return head;
-    return head + row("whole", gWholes) + row("script", gCosts[3]) + row("ticks", gCosts[1]) +
-           row("drawing", gCosts[2]) + row("events", gCosts[0]);
+                  gCosts[Whole].size(), static_cast<double>(levelTimeMs()) / 1000, "ms a pass",
+                  "median", "95th", "99th", "worst");
+    std::string table = head;
+    for (size_t part = 0; part < Parts && !gCosts[Whole].empty(); part++)
+        table += row(kNames[part], gCosts[part]);
+    return table;
 }

@@ -3,14 +3,9 @@
 
 #include <string>
 
-enum class PassPart { Events, Ticks, Drawing, Script, Count };
-
-// Measures the passes from now on. Before it the functions below do nothing.
+// Measures the passes from now on. After the start of the level, before its first pass.
 void measureCosts();
 
-// A pass begins; a part of it has just ended. What script code took in a part counts as script.
-void startCosts();
-void noteCost(PassPart part);
-
-// The table of all passes: median, 95th and 99th percentile and worst, in milliseconds a pass.
+// The table of all passes: median, 95th and 99th percentile and worst, in milliseconds a pass. What
+// script code takes counts as script, wherever it runs.
 std::string costTable();

@@ -10,8 +10,7 @@ static std::deque<SDL_Event> gQueue;
 // As of the events taken, and as of all events made: what the engine sees, and where the hands are.
 static Uint8 gHeld[SDL_NUM_SCANCODES];
 static Uint8 gFingers[SDL_NUM_SCANCODES];
-static int gPointerX = 0;
-static int gPointerY = 0;
+static SDL_Point gPointer = {0, 0};
 static Uint32 gButtons = 0;  // bits by SDL_BUTTON
 
 // Taking ------------------------------------------------------------------------------------------
@@ -36,6 +35,8 @@ static SDL_Event newEvent(Uint32 type) {
     SDL_zero(event);
     event.type = type;
     event.common.timestamp = static_cast<Uint32>(gInput.nowMs());
+    // The window's number stands at the same place in all events that have one.
+    if (type != SDL_QUIT && !gEngineClosed) event.key.windowID = SDL_GetWindowID(gWindow);
     return event;
 }
 
@@ -55,15 +56,13 @@ static Uint16 heldModifiers() {
     static constexpr Uint16 kBits[] = {KMOD_LCTRL, KMOD_LSHIFT, KMOD_LALT, KMOD_LGUI,
                                        KMOD_RCTRL, KMOD_RSHIFT, KMOD_RALT, KMOD_RGUI};
     unsigned modifiers = 0;
-    for (size_t i = 0; i < 8; i++) {
-        if (gFingers[SDL_SCANCODE_LCTRL + i] != 0) modifiers |= kBits[i];
-    }
+    for (size_t i = 0; i < 8; i++)
+        modifiers |= gFingers[SDL_SCANCODE_LCTRL + i] != 0 ? kBits[i] : 0u;
     return static_cast<Uint16>(modifiers);
 }
 
 static void makeKeyEvent(Uint32 type, SDL_Scancode key, bool repeats) {
     SDL_Event event = newEvent(type);
-    event.key.windowID = gEngineClosed ? 0 : SDL_GetWindowID(gWindow);
     event.key.state = gFingers[key];
     event.key.repeat = repeats ? 1 : 0;
     event.key.keysym.scancode = key;
@@ -87,29 +86,26 @@ bool releaseKey(SDL_Scancode key) {
 
 void movePointer(int x, int y) {
     SDL_Event event = newEvent(SDL_MOUSEMOTION);
-    event.motion.windowID = gEngineClosed ? 0 : SDL_GetWindowID(gWindow);
     event.motion.state = gButtons;
     event.motion.x = x;
     event.motion.y = y;
-    event.motion.xrel = x - gPointerX;
-    event.motion.yrel = y - gPointerY;
-    gPointerX = x;
-    gPointerY = y;
+    event.motion.xrel = x - gPointer.x;
+    event.motion.yrel = y - gPointer.y;
+    gPointer = {x, y};
     gQueue.push_back(event);
 }
 
 void bringPointer(int x, int y) {
-    if (x != gPointerX || y != gPointerY) movePointer(x, y);
+    if (x != gPointer.x || y != gPointer.y) movePointer(x, y);
 }
 
 static void makeButtonEvent(Uint32 type, Uint8 button, Uint8 state) {
     SDL_Event event = newEvent(type);
-    event.button.windowID = gEngineClosed ? 0 : SDL_GetWindowID(gWindow);
     event.button.button = button;
     event.button.state = state;
     event.button.clicks = 1;
-    event.button.x = gPointerX;
-    event.button.y = gPointerY;
+    event.button.x = gPointer.x;
+    event.button.y = gPointer.y;
     gQueue.push_back(event);
 }
 
@@ -124,14 +120,6 @@ bool releaseButton(Uint8 button) {
     gButtons &= ~bit;
     makeButtonEvent(SDL_MOUSEBUTTONUP, button, SDL_RELEASED);
     return true;
-}
-
-void dragPointer(int x, int y) {
-    constexpr int kSteps = 4;
-    const int fromX = gPointerX;
-    const int fromY = gPointerY;
-    for (int step = 1; step <= kSteps; step++)
-        movePointer(fromX + (x - fromX) * step / kSteps, fromY + (y - fromY) * step / kSteps);
 }
 
 void pressClose() {

@@ -18,19 +18,15 @@ void pressKey(SDL_Scancode key);
 // Lets a key go. Returns false, doing nothing, if it is not down.
 bool releaseKey(SDL_Scancode key);
 
-// Moves the pointer, in window pixels; it may leave the window.
+// Moves the pointer, in window pixels; it may leave the window. bringPointer does nothing if it is
+// there already.
 void movePointer(int x, int y);
-
-// Moves the pointer only if it is not there.
 void bringPointer(int x, int y);
 
 // Presses and releases a button where the pointer is: SDL_BUTTON_LEFT and so on. releaseButton
 // returns false, doing nothing, if the button is not down.
 void pressButton(Uint8 button);
 bool releaseButton(Uint8 button);
-
-// Moves the pointer to x, y with a button down, in steps.
-void dragPointer(int x, int y);
 
 // The close button of the window.
 void pressClose();

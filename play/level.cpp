@@ -12,64 +12,97 @@
 #include "app/frame.h"
 #include "app/main_loop.h"
 #include "app/ticks.h"
-#include "play/costs.h"
 #include "play/hands.h"
 #include "play/output.h"
-#include "play/pace.h"
 #include "play/watch.h"
+#include "script/errors/halt.h"
 #include "script/run/program.h"
 
 LevelEnd gLevelEnd = LevelEnd::None;
-std::string gStuckReason;
+bool gStopped = false;
 uint32_t gPassMs = 16;
-bool gDrawPasses = true;
+int gDrawEvery = 10;
+double gSpeed = 0;
+
+void (*gOnRealEvent)(const SDL_Event& event) = [](const SDL_Event& event) {
+    if (event.type == SDL_QUIT) gStopped = true;
+};
 
 static uint64_t gNowMs = 0;
+static bool gDraws = false;   // the pass that is running does
 static std::jmp_buf gWayOut;  // of the start or the pass that is running
+static std::string gStuckReason;
 
-// Ends ---------------------------------------------------------------------------------------
+// Ends --------------------------------------------------------------------------------------------
 
-struct EndText {
+static constexpr struct {
     const char* word;
     const char* sentence;
+} kEnds[] = {
+    {"none", "it goes on"},
+    {"closed", "its window was closed"},
+    {"exitgame", "exitgame has shut the engine down"},
+    {"0", "the script's end, status 0"},
+    {"1", "status 1, a function that was called does not exist"},
+    {"abort", "aborted, a name is too long"},
+    {"division", "arithmetic fault, % by zero"},
+    {"stuck", "reading the script never ends, "},
 };
-static const EndText kEndTexts[] = {
-    {"none", "it goes on"},                                        // None
-    {"closed", "its window was closed"},                           // Closed
-    {"exitgame", "exitgame has shut the engine down"},             // Exited
-    {"0", "the script's end, status 0"},                           // Ended
-    {"1", "status 1, a function that was called does not exist"},  // Failed
-    {"abort", "aborted, a name is too long"},                      // Aborted
-    {"division", "arithmetic fault, % by zero"},                   // Divided
-    {"stuck", "reading the script never ends"},                    // Stuck
-};
-static_assert(std::size(kEndTexts) == static_cast<size_t>(LevelEnd::Count), "one text per end");
+static_assert(std::size(kEnds) == static_cast<size_t>(LevelEnd::Count), "one text per end");
 
 const char* endWord(LevelEnd end) {
-    return kEndTexts[static_cast<size_t>(end)].word;
+    return kEnds[static_cast<size_t>(end)].word;
 }
 
 std::string endSentence() {
-    const std::string sentence = kEndTexts[static_cast<size_t>(gLevelEnd)].sentence;
-    if (gLevelEnd != LevelEnd::Stuck) return sentence;
-    return sentence + ", " + gStuckReason;
+    return kEnds[static_cast<size_t>(gLevelEnd)].sentence + gStuckReason;
 }
 
-void leaveLevel(LevelEnd end) {
+[[noreturn]] static void leaveLevel(LevelEnd end) {
     gLevelEnd = end;
     std::longjmp(gWayOut, 1);
 }
 
-// After exitgame the engine would go on for ever without ticks, events and frames.
-static void noticeExit() {
+// In place of those of script/errors/halt.cpp: a script that ends its process ends the level only,
+// and the play goes on with what can be said of the level then.
+void endProcess(int status) {
+    leaveLevel(status == 0 ? LevelEnd::Ended : LevelEnd::Failed);
+}
+
+void abortProcess() {
+    leaveLevel(LevelEnd::Aborted);
+}
+
+void raiseDivisionFault() {
+    leaveLevel(LevelEnd::Divided);
+}
+
+void waitForEver(const char* reason, const Place* position) {
+    gStuckReason = scriptPlace(position) + ": " + reason;
+    leaveLevel(LevelEnd::Stuck);
+}
+
+// After exitgame the engine would run on without ticks, events and frames.
+static void noticeEnd() {
     takeOutput();
     if (gEngineClosed && gLevelEnd == LevelEnd::None) gLevelEnd = LevelEnd::Exited;
 }
 
-// Start --------------------------------------------------------------------------------------
+// Start -------------------------------------------------------------------------------------------
 
 uint64_t levelTimeMs() {
     return gNowMs;
+}
+
+// Nothing waits for a frame that no screen shows, and the driver would queue frames without bound:
+// reading a pixel waits for the frame.
+static void drawIfWanted() {
+    if (!gDraws || gEngineClosed) return;
+    drawFrame();
+    const SDL_Rect corner = {0, 0, 1, 1};
+    Uint32 pixel = 0;
+    if (gSpeed == 0)
+        SDL_RenderReadPixels(gRenderer, &corner, SDL_PIXELFORMAT_ARGB8888, &pixel, sizeof pixel);
 }
 
 static bool bringUp() {
@@ -89,53 +122,54 @@ static bool bringUp() {
 
 bool startLevel() {
     gInput = {levelTimeMs, takeEvent, heldKeys};
+    gPass.draw = drawIfWanted;
     restartWatch();
     const bool started = setjmp(gWayOut) != 0 || bringUp();
-    noticeExit();
+    noticeEnd();
     return started;
 }
 
-// Passes -------------------------------------------------------------------------------------
+// Passes ------------------------------------------------------------------------------------------
 
-// Nothing waits for a frame that no screen shows, and the driver would queue frames without bound:
-// reading a pixel waits for those before it.
-static void boundFrames() {
-    constexpr int kFramesInFlight = 4;
-    static int frames = 0;
-    if (++frames % kFramesInFlight != 0 || isWindowShown()) return;
-    const SDL_Rect corner = {0, 0, 1, 1};
-    Uint32 pixel = 0;
-    SDL_RenderReadPixels(gRenderer, &corner, SDL_PIXELFORMAT_ARGB8888, &pixel, sizeof pixel);
-}
-
-// The order is that of the main loop.
-static bool playPass(bool draw) {
-    startCosts();
-    const bool quit = drainEvents();
-    noteCost(PassPart::Events);
-    runDueTicks(gNowMs);
-    noteCost(PassPart::Ticks);
-    if (draw && !gEngineClosed) {
-        boundFrames();
-        drawFrame();
-    }
-    noteCost(PassPart::Drawing);
-    return quit;
-}
-
-void runLevelPass(uint32_t ms, bool draw) {
+void runLevelPass(uint32_t ms, bool draws) {
     if (gLevelEnd != LevelEnd::None) return;
     gNowMs += ms;
+    gDraws = draws;
     restartWatch();
-    if (setjmp(gWayOut) == 0 && playPass(draw)) gLevelEnd = LevelEnd::Closed;
-    noticeExit();
+    if (setjmp(gWayOut) == 0 && runPass()) gLevelEnd = LevelEnd::Closed;
+    noticeEnd();
+}
+
+// Real milliseconds that a shown level is ahead; negative if it is late. Counted from the first
+// call on; after a long stop the level goes on from where it stood.
+static double aheadMs() {
+    constexpr double kMostLateMs = 250;
+    static double startMs = static_cast<double>(SDL_GetTicks64());
+    const double dueMs = gSpeed == 0 ? 0 : static_cast<double>(gNowMs) / gSpeed;
+    const double nowMs = static_cast<double>(SDL_GetTicks64());
+    if (gSpeed == 0 || startMs + dueMs < nowMs - kMostLateMs) startMs = nowMs - dueMs;
+    return startMs + dueMs - nowMs;
+}
+
+static bool isPassDrawn() {
+    constexpr double kFrameMs = 17;
+    static int passes = 0;
+    return gDrawEvery != 0 && passes++ % gDrawEvery == 0 && aheadMs() > -kFrameMs;
+}
+
+static void keepPace() {
+    SDL_Event event;
+    while (!gEngineClosed && gLevelEnd == LevelEnd::None && SDL_PollEvent(&event) != 0)
+        gOnRealEvent(event);
+    const double ms = aheadMs();
+    if (ms >= 1 && !gStopped) SDL_Delay(static_cast<Uint32>(ms));
 }
 
 void runLevel(uint64_t ms) {
     const uint64_t endMs = gNowMs + ms;
     while (gNowMs < endMs && gLevelEnd == LevelEnd::None && !gStopped) {
         const uint64_t step = std::min<uint64_t>(gPassMs, endMs - gNowMs);
-        runLevelPass(static_cast<uint32_t>(step), gDrawPasses && !isLate());
+        runLevelPass(static_cast<uint32_t>(step), isPassDrawn());
         keepPace();
     }
 }

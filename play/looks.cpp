@@ -1,143 +1,117 @@
 #include "play/looks.h"
 
-#include <cstdio>
+#include <SDL_image.h>
+
+#include <algorithm>
 
 #include "app/base/window.h"
+#include "app/frame.h"
+#include "images/images.h"
 #include "play/output.h"
-#include "play/picture.h"
-#include "play/records.h"
+#include "texts/game_texts.h"
+#include "timers/timers.h"
+#include "units/selection.h"
+#include "units/units.h"
 
-std::string gPlayFolder = "./";
-std::string gOutputFolder = "./";
+// The frame ---------------------------------------------------------------------------------------
 
-static Answer noFrame() {
-    return failed("there is no frame: the engine is shut down");
+static constexpr Uint32 kFormat = SDL_PIXELFORMAT_RGB24;
+
+Picture readFrame() {
+    if (gEngineClosed) return nullptr;
+    composeFrame();
+    Picture frame(SDL_CreateRGBSurfaceWithFormat(0, SCREEN_WIDTH, SCREEN_HEIGHT, 24, kFormat));
+    const bool isRead = frame != nullptr && SDL_RenderReadPixels(gRenderer, nullptr, kFormat,
+                                                                 frame->pixels, frame->pitch) == 0;
+    return isRead ? std::move(frame) : nullptr;
 }
 
-static std::string colourText(Uint32 colour) {
-    char text[10];
-    std::snprintf(text, sizeof text, "#%06x", static_cast<unsigned>(colour & 0xFFFFFF));
-    return text;
+bool savePicture(SDL_Surface& picture, const std::string& path) {
+    return IMG_SavePNG(&picture, path.c_str()) == 0;
 }
 
-// pixel X Y COLOUR
-Answer doPixel(Words& words) {
-    const int x = static_cast<int>(readNumber(words, "x", 0, SCREEN_WIDTH - 1));
-    const int y = static_cast<int>(readNumber(words, "y", 0, SCREEN_HEIGHT - 1));
-    const Uint32 colour = readColour(words);
-    if (!isComplete(words)) return faultOf(words);
-    Frame frame;
-    if (!readFrame(frame)) return noFrame();
-    const Uint32 found = pixelAt(frame, x, y);
-    if (found == colour) return ok();
-    return failed("expected " + colourText(colour) + ", the pixel is " + colourText(found));
+Picture loadPicture(const std::string& path) {
+    const Picture loaded(IMG_Load(path.c_str()));
+    Picture picture(SDL_ConvertSurfaceFormat(loaded.get(), kFormat, 0));
+    const bool fits =
+        picture != nullptr && picture->w == SCREEN_WIDTH && picture->h == SCREEN_HEIGHT;
+    return fits ? std::move(picture) : nullptr;
 }
 
-// A rectangle in the frame.
-static SDL_Rect readRect(Words& words) {
-    SDL_Rect rect;
-    rect.x = static_cast<int>(readNumber(words, "x", 0, SCREEN_WIDTH - 1));
-    rect.y = static_cast<int>(readNumber(words, "y", 0, SCREEN_HEIGHT - 1));
-    rect.w = static_cast<int>(readNumber(words, "a width", 1, SCREEN_WIDTH - rect.x));
-    rect.h = static_cast<int>(readNumber(words, "a height", 1, SCREEN_HEIGHT - rect.y));
-    return rect;
+int pixelAt(const SDL_Surface& picture, int x, int y) {
+    const auto* bytes = static_cast<const Uint8*>(picture.pixels) + y * picture.pitch + x * 3;
+    return bytes[0] << 16 | bytes[1] << 8 | bytes[2];
 }
 
-// What a count must be: is N, over N, under N, or anything.
-struct Bounds {
-    int64_t low = 0;
-    int64_t high = INT32_MAX;
-};
-
-static Bounds readBounds(Words& words) {
-    Bounds bounds;
-    if (takeWord(words, "is")) {
-        bounds.low = bounds.high = readNumber(words, "a number", 0, INT32_MAX);
-    } else if (takeWord(words, "over")) {
-        bounds.low = readNumber(words, "a number", 0, INT32_MAX) + 1;
-    } else if (takeWord(words, "under")) {
-        bounds.high = readNumber(words, "a number", 0, INT32_MAX) - 1;
+int differingPixels(const SDL_Surface& one, const SDL_Surface& other) {
+    int count = 0;
+    for (int y = 0; y < SCREEN_HEIGHT; y++) {
+        for (int x = 0; x < SCREEN_WIDTH; x++)
+            count += pixelAt(one, x, y) != pixelAt(other, x, y) ? 1 : 0;
     }
-    return bounds;
+    return count;
 }
 
-// count X Y W H COLOUR [is|over|under N]
-Answer doCount(Words& words) {
-    const SDL_Rect rect = readRect(words);
-    const Uint32 colour = readColour(words);
-    const Bounds bounds = readBounds(words);
-    if (!isComplete(words)) return faultOf(words);
-    Frame frame;
-    if (!readFrame(frame)) return noFrame();
-    const int count = countPixels(frame, rect, colour);
-    if (count >= bounds.low && count <= bounds.high) return ok(std::to_string(count));
-    return failed("there are " + std::to_string(count) + " pixels of " + colourText(colour));
+// The registries ----------------------------------------------------------------------------------
+
+static std::string field(const char* name, int64_t value) {
+    return std::string(" ") + name + '=' + std::to_string(value);
 }
 
-// title "TEXT"
-Answer doTitle(Words& words) {
-    const std::string text = readQuoted(words, "a title in quotes");
-    if (!isComplete(words)) return faultOf(words);
-    if (gEngineClosed) return failed("there is no window: the engine is shut down");
-    const std::string title = SDL_GetWindowTitle(gWindow);
-    if (title == text) return ok();
-    return failed("expected " + escaped(text) + ", the title is " + escaped(title));
+static std::string field(const char* name, const std::string& text) {
+    return std::string(" ") + name + '=' + escaped(text);
 }
 
-static std::string under(const std::string& folder, const std::string& path) {
-    return path.empty() || path[0] == '/' ? path : folder + path;
+static std::string fields(const SDL_Rect& rect) {
+    return field("x", rect.x) + field("y", rect.y) + field("w", rect.w) + field("h", rect.h);
 }
 
-// Compares with the picture of the file; up to `allowed` pixels may differ.
-static Answer compare(const Frame& frame, const std::string& path, int64_t allowed) {
-    Frame golden;
-    if (!loadFrame(path, golden)) return failed(path + " is no picture of 640 by 480 pixels");
-    const int differing = differingPixels(frame, golden);
-    if (differing <= allowed) return ok(std::to_string(differing));
-    return failed(std::to_string(differing) + " pixels differ from " + path);
-}
-
-// picture FILE [same as GOLDEN [within N]]
-Answer doPicture(Words& words) {
-    const std::string path = under(gOutputFolder, readPath(words));
-    const bool compares = takeWord(words, "same");
-    if (compares && !takeWord(words, "as")) expected(words, "as");
-    const std::string golden = compares ? under(gPlayFolder, readPath(words)) : "";
-    const bool tolerates = compares && takeWord(words, "within");
-    const int64_t allowed = tolerates ? readNumber(words, "pixels", 0, INT32_MAX) : 0;
-    if (!isComplete(words)) return faultOf(words);
-    Frame frame;
-    if (!readFrame(frame)) return noFrame();
-    if (!saveFrame(frame, path)) return failed("cannot write " + path + ": " + SDL_GetError());
-    return compares ? compare(frame, golden, allowed) : ok();
-}
-
-// A registry's command, followed by nothing or by a text that one record at least must hold.
-static Answer answerRecords(Words& words, const std::vector<std::string>& records) {
-    const bool asks = !atEnd(words);
-    const std::string text = asks ? readQuoted(words, "a text in quotes") : "";
-    if (!isComplete(words)) return faultOf(words);
-    Answer answer = ok();
-    for (const std::string& record : records) {
-        if (record.find(text) != std::string::npos) answer.records.push_back(record);
+static std::vector<std::string> timerRecords() {
+    std::vector<std::string> records;
+    for (const auto& [key, timer] : gTimers) {
+        records.push_back("timer" + field("key", key) + field("id", timer.id) +
+                          field("function", timer.functionName) +
+                          field("interval", timer.interval) + field("counter", timer.counter) +
+                          field("paused", timer.paused) + field("once", timer.oneShot));
     }
-    answer.text = std::to_string(answer.records.size());
-    if (!asks || !answer.records.empty()) return answer;
-    std::string all;
-    for (const std::string& record : records)
-        all += "; " + record;
-    return failed("no record has " + text + all);
+    return records;
 }
 
-Answer doTimers(Words& words) {
-    return answerRecords(words, timerRecords());
+static std::vector<std::string> imageRecords() {
+    std::vector<std::string> records;
+    for (const Image& image : gImages) {
+        records.push_back("image" + field("id", static_cast<int64_t>(records.size())) +
+                          fields(image.rect) + field("visible", image.visible) +
+                          field("loaded", image.texture != nullptr) + field("path", image.path));
+    }
+    return records;
 }
-Answer doImages(Words& words) {
-    return answerRecords(words, imageRecords());
+
+static std::vector<std::string> textRecords() {
+    std::vector<std::string> records;
+    for (const auto& [key, text] : gGameTexts) {
+        records.push_back("text" + field("key", key) + field("number", text.number) +
+                          fields(text.rect) + field("visible", !text.hidden) +
+                          field("text", text.text));
+    }
+    return records;
 }
-Answer doTexts(Words& words) {
-    return answerRecords(words, textRecords());
+
+static bool isSelected(const Unit& unit) {
+    return std::find(gSelectedUnits.begin(), gSelectedUnits.end(), &unit) != gSelectedUnits.end();
 }
-Answer doUnits(Words& words) {
-    return answerRecords(words, unitRecords());
+
+static std::vector<std::string> unitRecords() {
+    std::vector<std::string> records;
+    for (const auto& [id, unit] : gUnits) {
+        records.push_back("unit" + field("id", id) + field("x", unit.rect.x) +
+                          field("y", unit.rect.y) + field("type", unit.typeIndex) +
+                          field("moving", unit.moveState == kUnitMoving) +
+                          field("targetx", unit.targetX) + field("targety", unit.targetY) +
+                          field("selected", isSelected(unit)));
+    }
+    return records;
 }
+
+std::vector<std::string> (*const kRecordLists[4])() = {timerRecords, imageRecords, textRecords,
+                                                       unitRecords};

@@ -1,22 +1,31 @@
-// The commands that look: at the frame, the title, the registries. They change nothing, and work
-// behind the level's end too, as long as the engine is up.
+// What is to be seen of the level: its frame, and what its registries hold.
+//
+// Pictures have the frame's size; colours are 0xRRGGBB.
 #pragma once
 
+#include <SDL.h>
+
+#include <memory>
 #include <string>
+#include <vector>
 
-#include "play/answers.h"
+struct FreeSurface {
+    void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using Picture = std::unique_ptr<SDL_Surface, FreeSurface>;
 
-// Folders with a slash at their end: where the names in a play lead, and where pictures are saved.
-extern std::string gPlayFolder;
-extern std::string gOutputFolder;
+// Composes the frame and reads it. Null if the engine is shut down.
+Picture readFrame();
 
-Answer doPixel(Words& words);    // X Y COLOUR
-Answer doCount(Words& words);    // X Y W H COLOUR [is|over|under N]
-Answer doTitle(Words& words);    // "TEXT"
-Answer doPicture(Words& words);  // FILE [same as GOLDEN [within N]]
+// Saves as PNG. Returns false, with SDL's reason, if it cannot be written.
+bool savePicture(SDL_Surface& picture, const std::string& path);
 
-// ["TEXT"]: all records, or those that hold the text; one at least must.
-Answer doTimers(Words& words);
-Answer doImages(Words& words);
-Answer doTexts(Words& words);
-Answer doUnits(Words& words);
+// Null if there is no picture of the frame's size.
+Picture loadPicture(const std::string& path);
+
+int pixelAt(const SDL_Surface& picture, int x, int y);
+int differingPixels(const SDL_Surface& one, const SDL_Surface& other);
+
+// What the timers, the images, the texts and the units are, a line for each record: its kind, then
+// name=value, separated by blanks. Texts are in quotes, yes and no are 1 and 0.
+extern std::vector<std::string> (*const kRecordLists[4])();

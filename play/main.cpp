@@ -1,5 +1,6 @@
 // zelplay: plays a level on a clock of its own.
 #include <fcntl.h>
+#include <getopt.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -7,94 +8,165 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 
 #include "app/engine.h"
 #include "play/commands.h"
 #include "play/costs.h"
 #include "play/level.h"
 #include "play/looks.h"
-#include "play/options.h"
 #include "play/output.h"
-#include "play/pace.h"
-#include "play/picture.h"
 #include "play/recorder.h"
-#include "play/records.h"
 #include "play/session.h"
 
 namespace fs = std::filesystem;
 
-static std::string asFolder(const fs::path& path) {
-    return path.empty() ? "" : fs::absolute(path).string() + '/';
+static const char kHelp[] =
+    "Usage: zelplay [OPTIONS] GAME PLAY\n"
+    "       zelplay --record FILE GAME\n"
+    "\n"
+    "Plays the game of a folder on a clock of its own. PLAY is a file of commands, or - for\n"
+    "standard input, where each command is answered by a line. docs/play.md tells the commands.\n"
+    "\n"
+    "    --pass MS      milliseconds a pass of the main loop, 1 to 250; 16 if not given\n"
+    "    --draw WHICH   all passes; some, every tenth; or none: but always the frames that a\n"
+    "                   command looks at. If not given, all in a window and with --time, else "
+    "some\n"
+    "    --window       shows the game in a window, in real time\n"
+    "    --speed N      shows it N times as fast\n"
+    "    --record FILE  plays in a window and writes what the player does as a play\n"
+    "    --time         prints what the passes cost in place of what the level prints\n"
+    "    --output DIR   where pictures go; if not given, beside the play\n"
+    "    --keep         saves at the end, beside the pictures, what was printed (NAME.out), the\n"
+    "                   registries (NAME.records) and the last frame (NAME.png)\n"
+    "    --help         shows this text\n"
+    "\n"
+    "Exit status: 0 all is as expected, 1 something is not, 2 a bad command or nothing to play,\n"
+    "3 the level hangs.\n";
+
+// What zelplay is asked for.
+struct Options {
+    std::string game;
+    std::string play;    // a file, "-", or the file to record to
+    std::string output;  // folder for pictures
+    bool records = false;
+    bool time = false;
+    bool keep = false;
+};
+
+// Options -----------------------------------------------------------------------------------------
+
+[[noreturn]] static void refuse(const std::string& reason) {
+    std::fprintf(stderr, "zelplay: %s\nTry zelplay --help\n", reason.c_str());
+    std::exit(kBadPlay);
 }
+
+static double numberFrom(double low, double high) {
+    char* end = nullptr;
+    const double value = std::strtod(optarg, &end);
+    if (end != optarg && *end == '\0' && value >= low && value <= high) return value;
+    char reason[100];
+    std::snprintf(reason, sizeof reason, "wanted a number from %g to %g, got ", low, high);
+    refuse(reason + std::string(optarg));
+}
+
+static int drawnPasses() {
+    const std::string which = optarg;
+    if (which != "all" && which != "some" && which != "none") refuse("no such drawing: " + which);
+    return which == "all" ? 1 : which == "some" ? gDrawEvery : 0;
+}
+
+// Reads the options; what they set for the level is set. Ends the process if they make no sense.
+static Options readOptions(int count, char** words) {
+    static const option kOptions[] = {
+        {"pass", required_argument, nullptr, 'p'},   {"draw", required_argument, nullptr, 'd'},
+        {"window", no_argument, nullptr, 'w'},       {"speed", required_argument, nullptr, 's'},
+        {"record", required_argument, nullptr, 'r'}, {"time", no_argument, nullptr, 't'},
+        {"output", required_argument, nullptr, 'o'}, {"keep", no_argument, nullptr, 'k'},
+        {"help", no_argument, nullptr, 'h'},         {nullptr, 0, nullptr, 0},
+    };
+    Options options;
+    int drawEvery = -1;  // not said
+    for (int c; (c = getopt_long(count, words, "", kOptions, nullptr)) != -1;) {
+        if (c == '?') refuse("these options make no sense");
+        if (c == 'p') gPassMs = static_cast<uint32_t>(numberFrom(1, 250));
+        if (c == 'd') drawEvery = drawnPasses();
+        if (c == 'w' || c == 's') gSpeed = c == 's' ? numberFrom(0.01, 1000) : 1;
+        if (c == 'r') options.play = optarg;
+        if (c == 'o') options.output = optarg;
+        options.records |= c == 'r';
+        options.time |= c == 't';
+        options.keep |= c == 'k';
+        if (c == 'h') std::exit(std::fputs(kHelp, stdout) < 0 ? kFailed : kPlayed);
+    }
+    if (count - optind != (options.records ? 1 : 2)) refuse("a game and a play are wanted");
+    if (options.records && gPassMs != 16) refuse("the passes of a recording have 16 ms");
+    if (options.records) gSpeed = 1;
+    options.game = words[optind];
+    if (!options.records) options.play = words[optind + 1];
+    gDrawEvery = drawEvery >= 0 ? drawEvery : gSpeed > 0 || options.time ? 1 : gDrawEvery;
+    return options;
+}
+
+// Preparation -------------------------------------------------------------------------------------
 
 // Opens the play or the recording; a play that comes as it goes is the standard input of now.
 static std::FILE* openPlay(const Options& options) {
-    const bool records = !options.record.empty();
-    const std::string& path = records ? options.record : options.play;
-    std::FILE* file = path == "-" ? fdopen(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3), "r")
-                                  : std::fopen(path.c_str(), records ? "w" : "r");
-    if (file == nullptr) refuse(path + ": " + std::strerror(errno));
+    const std::string& path = options.play;
     if (fs::is_directory(path)) refuse(path + ": " + std::strerror(EISDIR));
+    std::FILE* file = path == "-" ? fdopen(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3), "r")
+                                  : std::fopen(path.c_str(), options.records ? "w" : "r");
+    if (file == nullptr) refuse(path + ": " + std::strerror(errno));
     return file;
 }
 
 static void settleFolders(const Options& options) {
-    const std::string& play = options.record.empty() ? options.play : options.record;
-    gPlayFolder = asFolder(fs::absolute(play).parent_path());
-    gOutputFolder = options.output.empty() ? gPlayFolder : asFolder(options.output);
     std::error_code error;
+    gPlayFolder = fs::absolute(options.play).parent_path().string() + '/';
+    gOutputFolder =
+        options.output.empty() ? gPlayFolder : fs::absolute(options.output).string() + '/';
     fs::create_directories(gOutputFolder, error);
     if (error) refuse(gOutputFolder + ": " + error.message());
     fs::current_path(options.game, error);
     if (error) refuse(options.game + ": " + error.message());
 }
 
-static void settleLevel(const Options& options) {
-    const bool shows = options.window || !options.record.empty();
-    gPassMs = static_cast<uint32_t>(options.passMs);
-    gDrawPasses = options.drawing;
-    if (options.time) measureCosts();
-    if (shows) {
-        showWindow(options.speed);
-    } else {
-        setenv("SDL_VIDEODRIVER", "offscreen", 1);
-        setenv("SDL_AUDIODRIVER", "dummy", 1);
-    }
-    const bool answers = options.play == "-";
-    if (!catchOutput(!answers && !options.time)) refuse(std::strerror(errno));
-}
+// The play ----------------------------------------------------------------------------------------
 
 static int play(const Options& options, std::FILE* file) {
-    startPace();
-    if (options.play == "-") return playInput(file);
-    if (options.record.empty()) return playFile(file, options.play);
-    record(file);
-    return kPlayed;
+    if (options.time) measureCosts();
+    if (options.records) {
+        record(file);
+        return kPlayed;
+    }
+    return options.play == "-" ? playInput(file) : playFile(file, options.play);
+}
+
+static void saveText(const std::string& path, const std::string& text) {
+    if (!(std::ofstream(path) << text)) refuse(path + ": " + std::strerror(errno));
 }
 
 // Saves what the play has left.
 static void keep(const Options& options) {
-    const std::string& path = options.record.empty() ? options.play : options.record;
-    const std::string stem = gOutputFolder + fs::path(path).stem().string();
-    Frame frame;
-    if (readFrame(frame)) saveFrame(frame, stem + ".png");
-    std::FILE* printed = std::fopen((stem + ".out").c_str(), "w");
-    std::FILE* records = std::fopen((stem + ".records").c_str(), "w");
-    if (printed == nullptr || records == nullptr) refuse(stem + ".out: " + std::strerror(errno));
-    std::fwrite(gPrinted.data(), 1, gPrinted.size(), printed);
-    for (auto* list : {timerRecords, imageRecords, textRecords, unitRecords}) {
+    const std::string stem = gOutputFolder + fs::path(options.play).stem().string();
+    const Picture frame = readFrame();
+    if (frame != nullptr) savePicture(*frame, stem + ".png");
+    std::string records;
+    for (auto* list : kRecordLists) {
         for (const std::string& record : list())
-            std::fprintf(records, "%s\n", record.c_str());
+            records += record + '\n';
     }
-    std::fclose(printed);
-    std::fclose(records);
+    saveText(stem + ".out", gPrinted);
+    saveText(stem + ".records", records);
 }
 
 int main(int count, char** words) {
     const Options options = readOptions(count, words);
     std::FILE* file = openPlay(options);
     settleFolders(options);
-    settleLevel(options);
+    if (gSpeed == 0) setenv("SDL_VIDEODRIVER", "offscreen", 1);
+    if (gSpeed == 0) setenv("SDL_AUDIODRIVER", "dummy", 1);
+    if (!catchOutput(options.play != "-" && !options.time)) refuse(std::strerror(errno));
     int status = kFailed;
     if (startLevel()) {
         status = play(options, file);

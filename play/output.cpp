@@ -10,14 +10,7 @@ std::string gPrinted;
 
 static int gRealOutput = STDOUT_FILENO;
 static bool gPassOn = false;
-static off_t gTaken = 0;     // bytes of the caught output that are in gPrinted
-static size_t gMatched = 0;  // where the last match in gPrinted ends
-static size_t gAsked = 0;    // up to where newOutput has given gPrinted
-
-static bool emptyInput() {
-    const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    return nothing >= 0 && dup2(nothing, STDIN_FILENO) >= 0;
-}
+static off_t gTaken = 0;  // bytes of the caught output that are in gPrinted
 
 bool catchOutput(bool passOn) {
     const int caught = memfd_create("zelplay", MFD_CLOEXEC);
@@ -26,10 +19,10 @@ bool catchOutput(bool passOn) {
     // Without a buffer nothing is lost in it, wherever the level ends or hangs.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     gPassOn = passOn;
-    return emptyInput();
+    return std::freopen("/dev/null", "r", stdin) != nullptr;
 }
 
-void writeBytes(const char* bytes, size_t size) {
+static void writeBytes(const char* bytes, size_t size) {
     while (size > 0) {
         const ssize_t written = write(gRealOutput, bytes, size);
         if (written <= 0) return;
@@ -63,52 +56,17 @@ void writeOut(const std::string& text) {
     writeBytes(text.data(), text.size());
 }
 
-bool matchOutput(const std::string& text) {
-    const size_t found = gPrinted.find(text, gMatched);
-    if (found == std::string::npos) return false;
-    gMatched = found + text.size();
-    return true;
-}
-
-std::string unmatchedOutput() {
-    return gPrinted.substr(gMatched);
-}
-
-std::string newOutput() {
-    const std::string text = gPrinted.substr(gAsked);
-    gAsked = gPrinted.size();
-    return text;
-}
-
-static void appendEscaped(std::string& result, char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (c == '\n') {
-        result += "\\n";
-    } else if (c == '\r') {
-        result += "\\r";
-    } else if (c == '\t') {
-        result += "\\t";
-    } else if (c == '"' || c == '\\') {
-        result += '\\';
-        result += c;
-    } else if (byte < 0x20 || byte == 0x7F) {
-        char code[5];
-        std::snprintf(code, sizeof code, "\\x%02x", static_cast<unsigned>(byte));
-        result += code;
-    } else {
-        result += c;
-    }
-}
-
 std::string escaped(const std::string& text) {
+    static const std::string kPlain = "\n\r\t\"\\";
     std::string result = "\"";
-    for (const char c : text)
-        appendEscaped(result, c);
+    for (const char c : text) {
+        const size_t index = kPlain.find(c);
+        char code[5] = {c};
+        if (index != std::string::npos)
+            std::snprintf(code, sizeof code, "\\%c", "nrt\"\\"[index]);
+        else if ((c >= 0 && c < ' ') || c == 0x7F)
+            std::snprintf(code, sizeof code, "\\x%02x", static_cast<unsigned>(c));
+        result += code;
+    }
     return result + '"';
-}
-
-std::string escapedEnd(const std::string& text) {
-    constexpr size_t kMost = 500;
-    if (text.size() <= kMost) return escaped(text);
-    return "..." + escaped(text.substr(text.size() - kMost));
 }

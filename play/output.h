@@ -21,23 +21,9 @@ void takeOutput();
 // Passes on what has been printed since. Makes system calls only, so that a signal handler may.
 void passOnRest();
 
-// Writes to the real standard output, at once. A signal handler may call writeBytes.
-void writeBytes(const char* bytes, size_t size);
+// Writes to the real standard output, at once.
 void writeOut(const std::string& text);
-
-// Finds `text` behind the end of the last match and moves that end there. Returns false, moving
-// nothing, if it has not been printed.
-bool matchOutput(const std::string& text);
-
-// What has been printed since the last match.
-std::string unmatchedOutput();
-
-// What has been printed since this was called last.
-std::string newOutput();
 
 // `text` in quotes on one line, as a play writes it: \n \r \t \" \\ and \xNN for other control
 // characters.
 std::string escaped(const std::string& text);
-
-// The same of the end of `text`, as much of it as a message should hold.
-std::string escapedEnd(const std::string& text);

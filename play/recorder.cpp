@@ -2,107 +2,66 @@
 
 #include <SDL.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <string>
 
 #include "play/commands.h"
 #include "play/level.h"
 
 static std::FILE* gFile = nullptr;
-static uint64_t gUnwrittenMs = 0;  // of passes since the last line
+static uint64_t gWrittenMs = 0;      // the level's time up to which the play is written
+static SDL_Point gPointer = {0, 0};  // as the play has it
 
-static void writeRun() {
-    if (gUnwrittenMs == 0) return;
-    std::fprintf(gFile, "run %llu\n", static_cast<unsigned long long>(gUnwrittenMs));
-    gUnwrittenMs = 0;
+static void writeRun(uint64_t endMs) {
+    if (endMs > gWrittenMs)
+        std::fprintf(gFile, "run %llu\n", static_cast<unsigned long long>(endMs - gWrittenMs));
 }
 
 // Runs a command and writes it, unless it was refused: a key may come up that went down elsewhere.
 static void perform(const std::string& line) {
+    const uint64_t startMs = levelTimeMs();
     if (runCommand(line).kind != Answer::Kind::Ok) return;
-    writeRun();
+    writeRun(startMs);
     std::fprintf(gFile, "%s\n", line.c_str());
     std::fflush(gFile);
+    gWrittenMs = levelTimeMs();
 }
 
-// The key as a play names it. Some keys share a name, some have none.
-static std::string keyName(SDL_Scancode key) {
-    const std::string name = SDL_GetScancodeName(key);
-    const bool isGood = !name.empty() && SDL_GetScancodeFromName(name.c_str()) == key;
-    return isGood ? name : "code " + std::to_string(static_cast<int>(key));
+// Some keys share a name, some have none.
+static void performKey(const SDL_KeyboardEvent& event) {
+    const SDL_Scancode key = event.keysym.scancode;
+    std::string name = SDL_GetScancodeName(key);
+    if (SDL_GetScancodeFromName(name.c_str()) != key)
+        name = "code " + std::to_string(static_cast<int>(key));
+    perform((event.state == SDL_PRESSED ? "key down " : "key up ") + name);
 }
-
-static std::string place(int x, int y) {
-    return std::to_string(x) + ' ' + std::to_string(y);
-}
-
-static SDL_Point gPointer = {0, 0};  // as the play has it
 
 static void performMotion(int x, int y) {
-    perform("mouse move " + place(x, y));
+    perform("mouse move " + std::to_string(x) + ' ' + std::to_string(y));
     gPointer = {x, y};
 }
 
-static void performButton(const SDL_MouseButtonEvent& button) {
+static void performButton(const SDL_MouseButtonEvent& event) {
     static const char* const kButtons[] = {"left", "middle", "right", "x1", "x2"};
-    if (button.button < SDL_BUTTON_LEFT || button.button > SDL_BUTTON_X2) return;
-    if (button.x != gPointer.x || button.y != gPointer.y) performMotion(button.x, button.y);
-    const std::string verb = button.state == SDL_PRESSED ? "mouse down " : "mouse up ";
-    perform(verb + kButtons[button.button - SDL_BUTTON_LEFT]);
+    if (event.button < SDL_BUTTON_LEFT || event.button > SDL_BUTTON_X2) return;
+    if (event.x != gPointer.x || event.y != gPointer.y) performMotion(event.x, event.y);
+    const std::string verb = event.state == SDL_PRESSED ? "mouse down " : "mouse up ";
+    perform(verb + kButtons[event.button - SDL_BUTTON_LEFT]);
 }
 
 // Events that a play cannot say are left out, here and in every play.
 static void performEvent(const SDL_Event& event) {
-    switch (event.type) {
-        case SDL_KEYDOWN:
-            perform("key down " + keyName(event.key.keysym.scancode));
-            break;
-        case SDL_KEYUP:
-            perform("key up " + keyName(event.key.keysym.scancode));
-            break;
-        case SDL_MOUSEMOTION:
-            performMotion(event.motion.x, event.motion.y);
-            break;
-        case SDL_MOUSEBUTTONDOWN:
-        case SDL_MOUSEBUTTONUP:
-            performButton(event.button);
-            break;
-        case SDL_QUIT:
-            perform("close");
-            break;
-        default:
-            break;
-    }
-}
-
-static void performEvents() {
-    SDL_Event event;
-    while (gLevelEnd == LevelEnd::None && SDL_PollEvent(&event) != 0)
-        performEvent(event);
-}
-
-// Runs the passes that are due; the last one is drawn.
-static void catchUp(uint64_t realMs) {
-    constexpr uint64_t kMostPasses = 15;  // after a long stop the level goes on from where it stood
-    static uint64_t lateMs = 0;
-    const uint64_t due = (realMs - lateMs - std::min(realMs - lateMs, levelTimeMs())) / gPassMs;
-    const uint64_t passes = std::min(due, kMostPasses);
-    lateMs += (due - passes) * gPassMs;
-    for (uint64_t i = 1; i <= passes && gLevelEnd == LevelEnd::None; i++) {
-        runLevelPass(gPassMs, i == passes);
-        gUnwrittenMs += gPassMs;
-    }
-    if (passes == 0) SDL_Delay(1);
+    const Uint32 type = event.type;
+    if (type == SDL_KEYDOWN || type == SDL_KEYUP) performKey(event.key);
+    if (type == SDL_MOUSEMOTION) performMotion(event.motion.x, event.motion.y);
+    if (type == SDL_MOUSEBUTTONDOWN || type == SDL_MOUSEBUTTONUP) performButton(event.button);
+    if (type == SDL_QUIT) perform("close");
 }
 
 void record(std::FILE* file) {
     gFile = file;
-    const uint64_t startMs = SDL_GetTicks64();
-    while (gLevelEnd == LevelEnd::None) {
-        performEvents();
-        catchUp(SDL_GetTicks64() - startMs);
-    }
-    writeRun();
+    gOnRealEvent = performEvent;
+    while (gLevelEnd == LevelEnd::None)
+        runLevel(gPassMs);
+    writeRun(isEndUnexpected() ? levelTimeMs() : gWrittenMs);
     if (isEndUnexpected()) std::fprintf(file, "ended %s\n", endWord(gLevelEnd));
 }

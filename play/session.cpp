@@ -7,93 +7,89 @@
 #include "play/level.h"
 #include "play/looks.h"
 #include "play/output.h"
-#include "play/pace.h"
-#include "play/picture.h"
 #include "play/watch.h"
+
+static std::string gPlace;  // path:line of the last command, or the path alone before the first
+
+// The next line that holds a command, without its end; `number` counts all lines. Returns false at
+// the end of the input, or when someone wants to stop.
+static bool readCommand(std::FILE* file, const std::string& path, std::string& line, int& number) {
+    do {
+        line.clear();
+        number++;
+        int c = std::getc(file);
+        if (c == EOF || gStopped) return false;
+        for (; c != EOF && c != '\n'; c = std::getc(file))
+            line += static_cast<char>(c);
+    } while (isEmptyLine(line));
+    gPlace = path + ':' + std::to_string(number);
+    setWatchPlace(gPlace);
+    return true;
+}
 
 static int statusOf(const Answer& answer) {
     if (answer.kind == Answer::Kind::Ok) return kPlayed;
     return answer.kind == Answer::Kind::Failed ? kFailed : kBadPlay;
 }
 
-// The next line without its end. Returns false at the end of the input.
-static bool readLine(std::FILE* file, std::string& line) {
-    line.clear();
-    int c = std::getc(file);
-    if (c == EOF) return false;
-    for (; c != EOF && c != '\n'; c = std::getc(file))
-        line += static_cast<char>(c);
-    return true;
-}
-
-// A file ----------------------------------------------------------------------------------------
+// A file ------------------------------------------------------------------------------------------
 
 static void tell(const std::string& text) {
-    std::fprintf(stderr, "%s\n", text.c_str());
+    std::fprintf(stderr, "%s%s\n", gPlace.c_str(), text.c_str());
 }
 
-// Saves what a failed play saw last.
-static void keepEvidence(const std::string& path, const std::string& place) {
-    const std::string name = std::filesystem::path(path).stem().string() + "-failed.png";
-    Frame frame;
-    if (!readFrame(frame)) return;
-    if (saveFrame(frame, gOutputFolder + name))
-        tell(place + ": the frame: " + gOutputFolder + name);
-}
-
-static int fail(const std::string& path, const std::string& place, const std::string& reason) {
-    tell(place + ": failed: " + reason);
-    keepEvidence(path, place);
+// Says why a play failed and saves what it saw last.
+static int fail(const std::string& path, const std::string& reason) {
+    tell(": failed: " + reason);
+    const std::string picture =
+        gOutputFolder + std::filesystem::path(path).stem().string() + "-failed.png";
+    const Picture frame = readFrame();
+    if (frame != nullptr && savePicture(*frame, picture)) tell(": the frame: " + picture);
     return kFailed;
 }
 
-static int report(const Answer& answer, const std::string& path, const std::string& place) {
+static int report(const Answer& answer, const std::string& path) {
     for (const std::string& record : answer.records)
-        tell(record);
-    if (answer.kind == Answer::Kind::Error) {
-        tell(place + ':' + std::to_string(answer.column) + ": error: " + answer.text);
-        return kBadPlay;
-    }
-    if (answer.kind == Answer::Kind::Failed) return fail(path, place, answer.text);
-    if (!answer.text.empty()) tell(place + ": " + answer.text);
-    return kPlayed;
+        std::fprintf(stderr, "%s\n", record.c_str());
+    if (answer.kind == Answer::Kind::Failed) return fail(path, answer.text);
+    if (answer.kind == Answer::Kind::Error)
+        tell(':' + std::to_string(answer.column) + ": error: " + answer.text);
+    else if (!answer.text.empty())
+        tell(": " + answer.text);
+    return statusOf(answer);
 }
 
 int playFile(std::FILE* file, const std::string& path) {
     std::string line;
-    std::string place = path;
-    int status = kPlayed;
-    for (int number = 1; status == kPlayed && !gStopped && readLine(file, line); number++) {
-        if (isEmptyLine(line)) continue;
-        place = path + ':' + std::to_string(number);
-        setWatchPlace(place, false);
-        status = report(runCommand(line), path, place);
+    int number = 0;
+    gPlace = path;
+    while (readCommand(file, path, line, number)) {
+        const int status = report(runCommand(line), path);
+        if (status != kPlayed) return status;
     }
-    if (status != kPlayed) return status;
-    if (gStopped) return fail(path, place, "the play was stopped from outside");
-    if (isEndUnexpected()) return fail(path, place, "the level has ended: " + endSentence());
-    return kPlayed;
+    if (gStopped) return fail(path, "the play was stopped from outside");
+    return isEndUnexpected() ? fail(path, "the level has ended: " + endSentence()) : kPlayed;
 }
 
-// A program -------------------------------------------------------------------------------------
+// A program ---------------------------------------------------------------------------------------
 
-static std::string answerLine(const Answer& answer) {
-    if (answer.kind == Answer::Kind::Ok) return answer.text.empty() ? "ok" : "ok " + answer.text;
-    if (answer.kind == Answer::Kind::Failed) return "failed " + answer.text;
-    return "error column " + std::to_string(answer.column) + ": " + answer.text;
+static std::string answerText(const Answer& answer) {
+    static const char* const kHeads[] = {"ok", "failed", "error column "};
+    std::string text = kHeads[static_cast<size_t>(answer.kind)];
+    if (answer.kind == Answer::Kind::Error) text += std::to_string(answer.column) + ':';
+    if (!answer.text.empty()) text += ' ' + answer.text;
+    for (const std::string& record : answer.records)
+        text += '\n' + record;
+    return text + '\n';
 }
 
 int playInput(std::FILE* input) {
     int status = kPlayed;
+    int number = 0;
     std::string line;
-    setWatchPlace("failed", true);
-    while (!gStopped && readLine(input, line)) {
-        if (isEmptyLine(line)) continue;
+    while (readCommand(input, "-", line, number)) {
         const Answer answer = runCommand(line);
-        std::string text = answerLine(answer) + '\n';
-        for (const std::string& record : answer.records)
-            text += record + '\n';
-        writeOut(text);
+        writeOut(answerText(answer));
         status = std::max(status, statusOf(answer));
     }
     return gStopped ? std::max(status, kFailed) : status;

@@ -9,9 +9,8 @@ struct Place;
 // script is and ends the process with status 3.
 void restartWatch();
 
-// What the report of a hang begins with: where the play is. `answers` tells that it goes to the
-// real standard output, as the answer to a command.
-void setWatchPlace(const std::string& place, bool answers);
+// What the report of a hang begins with: where the play is.
+void setWatchPlace(const std::string& place);
 
 // A place in the script: file:line:column, counted from 1.
 std::string scriptPlace(const Place* place);

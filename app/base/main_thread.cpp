@@ -101,12 +101,18 @@ static void runRequest(const SDL_Event& event) {
     SDL_free(event.user.data2);
 }
 
-void requestOnMainThread(MainThreadRequest kind, MainThreadOperation operation, void* data,
-                         size_t size) {
-    if (runsHere()) return operation(data);
-    const Uint32 type = gFirstRequestEvent + static_cast<Uint32>(kind);
+// Also for a request of the main thread, which runs at once: an older one that ran after it would
+// undo it.
+static void dropEarlierRequest(Uint32 type) {
     SDL_Event earlier;
     if (takeBack(type, earlier)) SDL_free(earlier.user.data2);
+}
+
+void requestOnMainThread(MainThreadRequest kind, MainThreadOperation operation, void* data,
+                         size_t size) {
+    const Uint32 type = gFirstRequestEvent + static_cast<Uint32>(kind);
+    if (gCallEvent != 0 && gHandOver == HandOver::Open) dropEarlierRequest(type);
+    if (runsHere()) return operation(data);
     void* copy = SDL_malloc(size);
     if (copy == nullptr) return;
     std::memcpy(copy, data, size);

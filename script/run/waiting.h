@@ -7,7 +7,9 @@
 //     ...                                           // waits
 //     restoreScriptState(state);
 //
-// The stacks need not be saved: every call leaves them as it found them.
+// The stacks are not saved: what the other thread calls meanwhile leaves them as it found them, and
+// so does its error. A timer function that was under way before the key function that closes the
+// engine does not: it ends in the middle of that one (ARCHITECTURE.md, what the default cannot do).
 #pragma once
 
 #include <cstdint>

@@ -196,6 +196,16 @@ TEST_F(HandOver, OfPendingTitlesTheNewestCounts) {
     EXPECT_EQ(0u, SDL_GetWindowFlags(gWindow) & SDL_WINDOW_FULLSCREEN_DESKTOP);
 }
 
+TEST_F(HandOver, TitleSetHereCountsMoreThanAPendingOne) {
+    runLevel("int f() { changewindowname(\"a\"); fullscreen(4097); } int main() {}");
+    std::thread other([] { callScriptFunctionGuarded("f"); });
+    other.join();
+    runStatements("changewindowname(\"b\"); fullscreen(0);");
+    EXPECT_EQ("", drain());
+    EXPECT_STREQ("Zel - b", SDL_GetWindowTitle(gWindow));
+    EXPECT_EQ(0u, SDL_GetWindowFlags(gWindow) & SDL_WINDOW_FULLSCREEN_DESKTOP);
+}
+
 TEST_F(HandOver, WhatIsPostedLeavesRoomForThePlayersEvents) {
     runLevel(
         "int f() { int i; for (i = 0; i < 70000; i = i + 1) { deletetext(i); } } int main() {}");

@@ -21,7 +21,7 @@ class Time(Plays):
 
     def test_length_of_a_pass_changes_no_tick(self):
         said = self.passes("run 400\n")
-        for option in (["--pass", "1"], ["--pass", "250"], ["--no-drawing"]):
+        for option in (["--pass", "1"], ["--pass", "250"], ["--draw", "all"], ["--draw", "none"]):
             self.assertEqual(self.passes("run 400\n", *option), said)
 
     def test_passes_are_counted(self):
@@ -90,6 +90,12 @@ class Mouse(Plays):
                            b"int main() { createtimer(1, 90, \"see\"); }\r\n")
         self.passes("mouse move 20 -30\nexpect \"20-30\" within 10\n")
 
+    def test_move_to_where_the_pointer_is_is_an_event_too(self):
+        script = self.game / "levels" / "level1" / "script.txt"
+        script.write_bytes(b"int see() { putch(getmousex()); }\r\nint main() {"
+                           b" createtimer(1, 200, \"see\"); }\r\n")
+        self.passes("key down code 7\nmouse move 0 0\nexpect \"0\" within 50\n")
+
     def test_wrong_mouse(self):
         self.fails("mouse up left\n", "failed: the button is not down")
         self.fails("mouse click 3 1 1\n", "1:13: error: expected left, middle", status=2)
@@ -112,7 +118,7 @@ class Ears(Plays):
         self.fails("expect \"READY\"\nreject \"EAD\"\n", "2: failed: the level has printed \"EAD\"")
 
     def test_escapes(self):
-        self.passes("expect \"READY\\n\"\nrun 11\nexpect \"\\x0a t1\" // and a comment\n")
+        self.passes("expect \"READY\\n\"\nrun 11\nexpect \"\\n t1\" // and a comment\n")
         self.fails("expect \"\\q\"\n", "1:9: error: a backslash wants", status=2)
         self.fails("expect \"open\n", "1:8: error: no closing", status=2)
 
@@ -132,7 +138,10 @@ class Eyes(Plays):
         self.passes("count 0 0 640 480 #ff0000 is 2500\ncount 0 0 640 480 #0000ff over 224\n"
                     "count 0 0 640 480 #0000ff under 226\ncount 0 0 9 9 #123456\n")
         self.fails("count 0 0 640 480 #ff0000 over 2500\n", "failed: there are 2500 pixels")
-        self.fails("count 600 0 41 9 #ff0000\n", "1:13: error: expected a width", status=2)
+        self.fails("count 600 0 0 9 #ff0000\n", "1:13: error: expected a width", status=2)
+
+    def test_count_ends_at_the_edge_of_the_frame(self):
+        self.passes("count 636 478 99 99 #ffffff is 8\n")
 
     def test_title(self):
         self.passes("title \"Zel - Test\"\n")
@@ -157,8 +166,12 @@ class Eyes(Plays):
         self.passes("timers \"function=\\\"tick\\\" interval=100\"\nimages \"x=100 y=100 w=50\"\n"
                     "texts \"text=\\\"hello\\\"\"\nunits \"id=0 x=300 y=200\"\n")
         for name in ("timers", "images", "texts", "units"):
-            self.fails(f"{name} \"id=77\"\n", "failed: no record has id=77; ")
-            self.fails(f"{name} 77\n", "error: expected a text in quotes", status=2)
+            self.fails(f"{name} \"id=77\"\n", "failed: no record has id=77\n")
+            self.fails(f"{name} 77\n", "error: expected nothing more or a text", status=2)
+
+
+    def test_missed_record_shows_those_with_its_first_word(self):
+        self.fails("images \"id=0 x=9\"\n", "failed: no record has id=0 x=9; image id=0 x=100 ")
 
 
 class Language(Plays):

@@ -42,9 +42,9 @@ class Same(Plays):
     def check(self, game, seed):
         play = self.folder / f"wild{seed}.play"
         play.write_text(wild_play(seed))
-        first = self.left(game, play, "out", "--no-drawing")
-        self.assertEqual(first, self.left(game, play, "out", "--no-drawing"))
-        self.assertEqual(first, self.left(game, play, "out"))
+        first = self.left(game, play, "out")
+        for which in ("some", "none", "all"):
+            self.assertEqual(first, self.left(game, play, "out", "--draw", which))
 
     def test_level_of_everything(self):
         for seed in range(3):
