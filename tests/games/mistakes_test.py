@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Mistakes planted in the shipped games are noticed by their plays.
 
-Run as: FILE ZELPLAY. Each mistake is a change of one place in a copy of the game's script, and names
-the play that must fail because of it.
+Run as: FILE ZELPLAY. Each mistake is a change of one place in a copy of the game's script, and
+names the play that must fail because of it.
 """
 
 import shutil
