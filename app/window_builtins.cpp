@@ -8,6 +8,7 @@
 #include "app/base/main_thread.h"
 #include "app/base/window.h"
 #include "app/engine.h"
+#include "script/errors/recovery.h"
 #include "script/host/arguments.h"
 #include "script/run/waiting.h"
 
@@ -45,11 +46,19 @@ int32_t builtinFullscreen() {
     return 0;
 }
 
+// On the main thread the close waits for the timer function that may be running, which moves what
+// this call goes on with, and the tops of the stacks too: by then no other thread uses them.
 int32_t builtinExitGame() {
     noArguments();
-    const ScriptState state = saveScriptState();  // the close waits for a timer function
+    const ScriptState state = saveScriptState();
+    const int32_t localTop = gLocalTop;
+    const int32_t callDepth = gCallDepth;
     postToMainThread(exitGame, nullptr);
-    restoreScriptState(state);
+    if (onMainThread()) {
+        restoreScriptState(state);
+        gLocalTop = localTop;
+        gCallDepth = callDepth;
+    }
     return 0;
 }
 

@@ -24,7 +24,8 @@ static void makeQuitEvent(SDL_Event* event) {
 
 static int sdlPollEvent(SDL_Event* event) {
     if (SDL_PollEvent(event) == 0) {
-        if (!gQuitIsDue) return 0;
+        const bool isClosed = SDL_WasInit(SDL_INIT_EVENTS) == 0;
+        if (!gQuitIsDue || isClosed) return 0;
         makeQuitEvent(event);
     }
     if (event->type == SDL_QUIT) gQuitIsDue = false;

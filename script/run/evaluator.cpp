@@ -121,9 +121,9 @@ static Evaluated evalParen(Place* token) {
 
 // Operators -----------------------------------------------------------------------------------
 
-// Each level receives its left operand evaluated, and the token after it. One loop with a precedence
-// limit in place of the levels was tried: half as long, but 4 % slower in a counting loop and 12 % in
-// nested arithmetic (medians of 15 pairs of runs).
+// Each level receives its left operand evaluated, and the token after it. One loop with a
+// precedence limit in place of the levels was tried: half as long, but 4 % slower in a counting
+// loop and 12 % in nested arithmetic (medians of 15 pairs of runs).
 
 // `end` is the token after the right operand.
 static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Place* end) {

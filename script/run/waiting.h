@@ -7,9 +7,9 @@
 //     ...                                           // waits
 //     restoreScriptState(state);
 //
-// The stacks are not saved: what the other thread calls meanwhile leaves them as it found them, and
-// so does its error. A timer function that was under way before the key function that closes the
-// engine does not: it ends in the middle of that one (ARCHITECTURE.md, what the default cannot do).
+// The tops of the stacks are not in it: what the other thread calls meanwhile leaves them as it
+// found them, and so does its error. exitgame puts them back itself: the timer function that it
+// waits for was under way before, and ends in the middle of the function that closes the engine.
 #pragma once
 
 #include <cstdint>

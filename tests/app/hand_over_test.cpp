@@ -8,6 +8,7 @@
 
 #include "app/ticks.h"
 #include "images/images.h"
+#include "script/errors/recovery.h"
 #include "script/host/arguments.h"
 #include "script/run/functions.h"
 #include "script/source/tokens.h"
@@ -152,17 +153,19 @@ static Uint32 disturbDuringTheClose(Uint32, void*) {
         SDL_Delay(1);
     gProgramPos = gToken = gPlaces;
     gReturnValue = 9;
+    gLocalTop = gCallDepth = 0;
     return 0;
 }
 
 TEST_F(HandOver, ExitGameThatWaitsForATimerFunctionGoesOnWhereItWas) {
     runLevel(
         "int five() { return 5; } int nothing() { }"
-        "int key() { five(); exitgame(); print(nothing()); } int main() {}");
+        "int key() { int a; a = 6; five(); exitgame(); print(nothing()); five(); print(a); }"
+        "int main() {}");
     SDL_AddTimer(1, disturbDuringTheClose, nullptr);
     while (!gTimerHasStarted)
         SDL_Delay(1);
-    EXPECT_EQ("5", outputOfCall("key"));
+    EXPECT_EQ("56", outputOfCall("key"));
     EXPECT_TRUE(gEngineClosed);
 }
 
@@ -224,6 +227,12 @@ TEST_F(HandOver, QuitIsHeardThoughTheQueueIsFull) {
     EXPECT_TRUE(drainEvents());
     EXPECT_EQ(Uint32{SDL_QUIT}, gEvent.type);
     EXPECT_FALSE(drainEvents()) << "it is heard once";
+}
+
+TEST_F(HandOver, QuitThatIsStillQueuedAtTheCloseIsGoneWithIt) {
+    pushEvent(SDL_QUIT);
+    closeEngine();
+    EXPECT_FALSE(drainEvents());
 }
 
 TEST_F(HandOver, AfterTheCloseNothingIsKept) {
