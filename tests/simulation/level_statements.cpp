@@ -215,7 +215,7 @@ static void writeErrorStatement() {
                                           "print(3;",
                                           "moveimage 3;",
                                           "moveimage(1, 2, 3;",
-                                          "createtimer(0, 900, \"f1\";",
+                                          "createtimer 0, 900, \"f1\");",
                                           "createunit(0, 4, 5;",
                                           "hidetext(0, 1;",
                                           "deletetext(1;",
