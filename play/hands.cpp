@@ -1,5 +1,6 @@
 #include "play/hands.h"
 
+#include <cstring>
 #include <deque>
 
 #include "app/base/input.h"
@@ -71,10 +72,31 @@ static void makeKeyEvent(Uint32 type, SDL_Scancode key, bool repeats) {
     gQueue.push_back(event);
 }
 
+// What a key types on that layout; zero if nothing.
+static char typedCharacter(SDL_Keycode symbol, Uint16 modifiers) {
+    static const char kShifted[] = "1!2@3#4$5%6^7&8*9(0)-_=+[{]}\\|;:'\"`~,<.>/?";
+    if (symbol < ' ' || symbol > '~') return 0;
+    if ((modifiers & (KMOD_CTRL | KMOD_ALT | KMOD_GUI)) != 0) return 0;
+    const char typed = static_cast<char>(symbol);
+    if ((modifiers & KMOD_SHIFT) == 0) return typed;
+    if (typed >= 'a' && typed <= 'z') return static_cast<char>(typed - 'a' + 'A');
+    const char* pair = std::strchr(kShifted, typed);
+    return pair == nullptr ? typed : pair[1];
+}
+
+// A key that types a character is followed by an event with that text, as SDL does it. Scripts can
+// see it: getmousex then looks into that event.
+static void makeTextEvent(SDL_Scancode key) {
+    SDL_Event event = newEvent(SDL_TEXTINPUT);
+    event.text.text[0] = typedCharacter(usualSymbol(key), heldModifiers());
+    if (event.text.text[0] != 0) gQueue.push_back(event);
+}
+
 void pressKey(SDL_Scancode key) {
     const bool repeats = gFingers[key] != 0;
     gFingers[key] = SDL_PRESSED;
     makeKeyEvent(SDL_KEYDOWN, key, repeats);
+    makeTextEvent(key);
 }
 
 bool releaseKey(SDL_Scancode key) {

@@ -17,8 +17,7 @@ def middle(image):
 
 
 def hold(level, key):
-    """Changes the held key. A letter that goes down types a text, which takes the mouse's place
-    for the game: a move to 0, 0 looks the same to it."""
+    """Changes the held key."""
     held = level.held
     if key == held:
         return
@@ -27,7 +26,6 @@ def hold(level, key):
         level.run(16)
     if key:
         level.do(f"key down {key}")
-        level.do("mouse move 0 0")
     level.held = key
 
 
@@ -90,7 +88,7 @@ def rally(level, luck):
 
 
 def win(level, luck):
-    """The wall comes down with one ball. A letter counts as a move of the mouse to 0, 0."""
+    """The wall comes down with one ball."""
     level.held = None
     level.run(96)
     level.do('expect "READY"')

@@ -81,6 +81,23 @@ class Keys(Plays):
         self.fails("key press a\n", "1:5: error: expected down, up or tap", status=2)
 
 
+class Typing(Plays):
+    script = """
+int look() { print("x="); putch(getmousex()); }
+int main() { createtimer(0, 100, "look"); }
+"""
+
+    def test_letter_is_followed_by_its_text(self):
+        # getmousex looks into the last event: the pointer, a text that is as short as one letter,
+        # or the symbol of a key.
+        self.passes("mouse move 7 8\nrun 21\nexpect \"x=7\\n\"\n"
+                    "key down a\nrun 21\nexpect \"x=0\"\nkey up a\nrun 21\nexpect \"x=97\"\n")
+
+    def test_key_that_types_nothing_is_followed_by_no_text(self):
+        self.passes("key down Left\nrun 21\nexpect \"x=1073741904\"\n")
+        self.passes("key down Left Ctrl\nkey down a\nrun 21\nexpect \"x=97\"\n")
+
+
 class Mouse(Plays):
     def test_click_picks_a_unit_and_sends_it(self):
         self.passes("mouse click left 307 207\nrun 16\nexpect \"Choosen=1\"\n"
