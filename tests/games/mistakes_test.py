@@ -78,6 +78,7 @@ MISTAKES = {
         ("the tree is missing", "orders", "showimage(tree, 1)", "showimage(tree, 0)"),
         ("the text is black", "orders", "43, 54, 115", "0, 0, 0"),
         ("the greeting is missing", "orders", 'puts("Hello from Zel!");', ""),
+        ("the tree stands elsewhere", "orders", "70, 220", "170, 220"),
     ],
     "clouds": [
         ("the sun is fast", "day", "getimagex(light) + 1", "getimagex(light) + 2"),
@@ -91,6 +92,7 @@ MISTAKES = {
         ("the star does not come back", "first", "x = 0 - 64;", "x = 640;"),
         ("Space does nothing", "first", '44, "stop"', '45, "stop"'),
         ("the star stays", "first", "pausetimer(beat, 1 - going)", "pausetimer(beat, 1)"),
+        ("the title is another", "first", '"my game"', '"my gone"'),
     ],
 }
 
