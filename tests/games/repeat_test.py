@@ -19,7 +19,8 @@ ZELPLAY = sys.argv.pop()
 def leavings(play):
     """What one run of a play leaves behind, by the names of the files."""
     with tempfile.TemporaryDirectory() as folder:
-        command = [ZELPLAY, "--keep", "--output", folder, str(play.parents[1]), str(play)]
+        options = ["--keep", "--draw", "none", "--output", folder]
+        command = [ZELPLAY, *options, play.parents[1], play]
         subprocess.run(command, check=True, capture_output=True)
         return {file.name: file.read_bytes() for file in Path(folder).glob(f"{play.stem}.*")}
 
