@@ -12,9 +12,8 @@ kStages=(
     "asan build: build asan"
     "asan tests: runTests asan"
     "tsan build: buildEngine tsan"
-    "tsan play: runTests tsan -R play/soak"
     "fuzz build: build fuzz"
-    "fuzz tests: runTests fuzz"
+    "tsan play, fuzz tests: playAndFuzz"
 )
 
 gSummary=()  # one line a finished stage
@@ -49,7 +48,17 @@ buildEngine() {
 # success.
 runTests() {
     ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error \
-        -j "$(($(nproc) + 2))" "${@:2}"
+        -j "$(($(nproc) + 4))" "${@:2}"
+}
+
+# The fuzzers work for a fixed time; the play beside them waits most of its own.
+playAndFuzz() {
+    local play failed=0
+    runTests tsan -R play/soak &
+    play=$!
+    runTests fuzz || failed=1
+    wait "$play" || failed=1
+    return "$failed"
 }
 
 # Running the table --------------------------------------------------------------------------------
@@ -73,7 +82,7 @@ runStage() {
     echo "== $name"
     quietly "$name" "${words[@]}" || status=$?
     if ((status != 0)); then verdict=FAILED; fi
-    gSummary+=("$(printf '%-20s %-6s %6s' "$name" "$verdict" "$(duration $((SECONDS - started)))")")
+    gSummary+=("$(printf '%-22s %-6s %6s' "$name" "$verdict" "$(duration $((SECONDS - started)))")")
     return "$status"
 }
 
