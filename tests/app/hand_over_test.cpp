@@ -111,8 +111,8 @@ TEST_F(HandOver, CloseGivesUpAWaitingLoadWithoutAWord) {
     testing::internal::CaptureStdout();
     std::thread other([] { callScriptFunctionGuarded("f"); });
     waitForARequest();
-    stopMainThreadCalls();  // as closeEngine does before it waits for the timer thread
-    gEngineClosed = true;
+    gEngineClosed = true;  // in the order of closeEngine, before it waits for the timer thread
+    stopMainThreadCalls();
     other.join();
     gEngineClosed = false;
     EXPECT_EQ("00", testing::internal::GetCapturedStdout());
