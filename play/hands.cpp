@@ -36,7 +36,7 @@ static SDL_Event newEvent(Uint32 type) {
     SDL_zero(event);
     event.type = type;
     event.common.timestamp = static_cast<Uint32>(gInput.nowMs());
-    // The window's number stands at the same place in all events that have one.
+    // The window's number is at the same place in all events that have one.
     if (type != SDL_QUIT && !gEngineClosed) event.key.windowID = SDL_GetWindowID(gWindow);
     return event;
 }

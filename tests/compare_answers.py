@@ -10,7 +10,7 @@ Beside SCRIPT.txt stand the answers:
     .err     a text that standard error contains
     .in      standard input, empty if there is no such file
     .env     environment variables, one NAME=VALUE on a line
-A script in a folder "hangs" has none of .out and .status: the engine must stop over it for ever.
+A script in a folder "hangs" has none of .out and .status: the engine must stop over it for good.
 """
 
 import difflib

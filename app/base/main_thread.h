@@ -9,8 +9,8 @@
 // On the main thread an operation runs at once. So it does on any thread from the moment the engine
 // begins to close: an operation looks at gEngineClosed before it touches what SDL owns.
 //
-// One thread beside the main one may call these functions. Ground floor: includes nothing of ours,
-// so every folder may call it.
+// One thread beside the main one may call these functions. Ground: includes nothing of ours, so
+// every folder may call it.
 #pragma once
 
 #include <SDL.h>
@@ -44,9 +44,9 @@ void callOnMainThread(MainThreadOperation operation, void* data);
 bool runMainThreadEvent(const SDL_Event& event);
 
 // The close, in two steps around the end of the timer thread. Main thread.
-// From the first on operations run where they are asked for, and a thread that waits in
-// callOnMainThread goes on so. The second runs what is still in the queue; the other thread may
-// have ended by then.
+// After the first, operations run where they are asked for, and so does one that a thread waits for
+// in callOnMainThread. The second, when the other thread has ended, runs what is still in the
+// queue.
 void stopMainThreadCalls();
 void endMainThreadCalls();
 

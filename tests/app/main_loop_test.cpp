@@ -23,7 +23,7 @@ TEST_F(MainLoop, QuitFinishesItsPass) {
     pushClick(SDL_BUTTON_RIGHT, 300, 300);
     EXPECT_FALSE(frameWasDrawn());
     EXPECT_EQ("\nChoosen=1", outputOf([] { runMainLoop(); }));
-    EXPECT_EQ(300, gUnits.at(0).targetX) << "the last event behind the quit";
+    EXPECT_EQ(300, gUnits.at(0).targetX) << "the last event after the quit";
     EXPECT_TRUE(frameWasDrawn());
     EXPECT_EQ(0, SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT));
 }

@@ -85,7 +85,7 @@ MISTAKES = {
         ("no evening", "day", "now = 2;", "now = 1;"),
         ("birds do not flap", "day", "wings = 1 - wings", "wings = wings"),
         ("birds do not come back", "day", "x = 660;", "x = 6600;"),
-        ("the balloon rises for ever", "day", "lift = 1;", "lift = -1;"),
+        ("the balloon rises endlessly", "day", "lift = 1;", "lift = -1;"),
     ],
     "template": [
         ("the star is fast", "first", "getimagex(star) + 2", "getimagex(star) + 3"),

@@ -17,7 +17,7 @@ ZELPLAY = sys.argv.pop()
 
 
 def leavings(play):
-    """What one run of a play leaves behind, by the names of the files."""
+    """The files that one run of a play writes, by their names."""
     with tempfile.TemporaryDirectory() as folder:
         options = ["--keep", "--draw", "none", "--output", folder]
         command = [ZELPLAY, *options, play.parents[1], play]

@@ -219,7 +219,7 @@ TEST_F(Images, ListedTexturesStopAtTheFirstThatFails) {
 
 // Bad pictures ----------------------------------------------------------------------------------
 
-// The script goes on behind a picture that cannot be loaded, and the frame is drawn.
+// The script goes on after a picture that cannot be loaded, and the frame is drawn.
 static void expectUnusable(const std::string& name) {
     const std::string path = "levels/level1/" + name;
     const std::string output = runStatements("a = loadimage(\"" + name +

@@ -24,7 +24,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 from level_player import LevelPlayer  # noqa: E402
 from process import PATIENCE, catches, has_ended, wait_until_uncaught  # noqa: E402
 
-# No loops outside main: a thread that is led astray by the other could stay in one for ever.
+# No loops outside main: a thread that is led astray by the other could stay in one endlessly.
 HEAD = """
 int show(int i) { moveimage(i, 300, 200); showimage(i, 1); }
 int load() { show(loadimage("red.bmp")); }

@@ -1,4 +1,4 @@
-// The main loop: what a pass leaves behind.
+// The main loop: what must hold after a pass.
 #include "app/base/input.h"
 #include "app/base/window.h"
 #include "app/event_record.h"
@@ -27,7 +27,7 @@ void checkEventRules(const SDL_Event& event) {
 }
 
 void checkAppRules(bool quitSeen) {
-    requireRule(!eventsAreLeft(), "a pass dispatches every event, those behind a quit too");
+    requireRule(!eventsAreLeft(), "a pass dispatches every event, those after a quit too");
     requireRule(quitSeen == quitWasDelivered(), "a pass tells of the quit that it has seen");
     requireRule(gSystemPictures.size() == 1, "there is one system picture");
     requireRule(selectionFrame().path == "SysPics/select.bmp", "it is that of the selection");

@@ -1,4 +1,4 @@
-// A running hash (FNV-1a) of what a level printed and left behind.
+// A running hash (FNV-1a) of what a level printed and of what its registries hold.
 #pragma once
 
 #include <cstddef>

@@ -29,11 +29,11 @@ static std::string value() {
 }
 
 // An id that creates few records, or one that may create some at every call.
-static void withId(const std::string& before, const std::string& behind) {
+static void withId(const std::string& before, const std::string& after) {
     if (chance(750)) {
-        addLine(before + writeId(gLevelDice) + behind);
+        addLine(before + writeId(gLevelDice) + after);
     } else {
-        counted("wild", 60, before + writeLastId(gLevelDice) + behind);
+        counted("wild", 60, before + writeLastId(gLevelDice) + after);
     }
 }
 

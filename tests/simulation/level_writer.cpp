@@ -7,7 +7,7 @@
 static int32_t gFunction = 0;       // the function being written; it calls later ones only
 static bool gCallsWritten = false;  // it calls one already
 
-static constexpr size_t kFullSize = 8600;  // behind it no further statements are written
+static constexpr size_t kFullSize = 8600;  // after it no further statements are written
 
 // Statements -------------------------------------------------------------------------------------
 

@@ -78,21 +78,21 @@ void wrapSyntaxError(ScriptError error, const Place* position) {
     realSyntaxError(error, position);
 }
 
-// A call drops its locals and goes on behind its arguments. Errors jump over this function.
+// A call drops its locals and goes on after its arguments. Errors jump over this function.
 Place* wrapCallFunction(Place* location, Place* position) {
     const int32_t localTop = gLocalTop, callDepth = gCallDepth, nesting = gNestingDepth;
     const Symbol* const newest = localTop > 0 ? gLocalStack[localTop - 1].name : nullptr;
     requireRule(localTop >= 0 && localTop <= kMaxLocals, "the local stack is not exceeded");
     requireRule(callDepth >= 0 && callDepth <= kMaxCalls, "the call stack is not exceeded");
     requireRule(nesting >= 0 && nesting <= kMaxNesting, "the nesting is bounded");
-    Place* const behind = realCallFunction(location, position);
+    Place* const after = realCallFunction(location, position);
     requireRule(gLocalTop == localTop, "a call leaves the local stack level");
     requireRule(gCallDepth == callDepth, "a call leaves the call depth level");
     requireRule(gNestingDepth == nesting, "a call leaves the nesting depth level");
     requireRule(localTop == 0 || gLocalStack[localTop - 1].name == newest,
                 "a call leaves its caller's locals alone");
-    requireRule(isInText(behind), "a call goes on in the text");
-    return behind;
+    requireRule(isInText(after), "a call goes on in the text");
+    return after;
 }
 
 static bool functionsAreUnchanged() {

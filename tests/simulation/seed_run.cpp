@@ -91,7 +91,7 @@ void raiseDivisionFault() {
 }
 void waitForEver(const char* reason, const Place*) {
     std::fprintf(stderr, "%s\n", reason);
-    reportBrokenRule("no level is one that is waited on for ever");
+    reportBrokenRule("no level waits endlessly");
 }
 
 // Passes -----------------------------------------------------------------------------------------

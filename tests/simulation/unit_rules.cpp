@@ -51,7 +51,7 @@ static KnownUnit& knownOf(const Unit& unit) {
     for (auto& [id, known] : gKnownUnits) {
         if (known.record == &unit) return known;
     }
-    reportBrokenRule("a unit stays in the registry for ever");
+    reportBrokenRule("a unit is never removed from the registry");
 }
 
 // Calls ------------------------------------------------------------------------------------------

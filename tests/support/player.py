@@ -105,7 +105,7 @@ class Player:
 
     def open_desktop(self):
         """Starts the window manager and waits until it manages: a window that opens while it is
-        still setting itself up can be overlooked for ever. Its own start-up command tells."""
+        still setting itself up can be overlooked for good. Its own start-up command tells."""
         tell = "xprop -root -format READY_TO_PLAY 8s -set READY_TO_PLAY yes"
         config = str(SUPPORT / "openbox.xml")
         command = ["openbox", "--sm-disable", "--config-file", config, "--startup", tell]

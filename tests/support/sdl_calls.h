@@ -27,5 +27,5 @@ void recordCall(const std::string& call);
 // "name(texture)", where the texture is told by its address.
 std::string callOn(const std::string& name, const void* texture);
 
-// Runs behind each call that is recorded, on its thread, before the call is passed on.
+// Runs once a call has been recorded, on its thread, before the call is passed on.
 extern std::function<void(const std::string& call)> gOnCall;

@@ -69,7 +69,7 @@ class Keys(Plays):
         self.passes("key tap a\nreject \"key\"\nrun 1\nexpect \"key 4\"\n")
 
     def test_script_sees_symbol_and_modifiers(self):
-        # What getmousex reads behind a key event: the symbol; getmousey: the modifiers.
+        # What getmousex reads after a key event: the symbol; getmousey: the modifiers.
         self.passes("key down Left Shift\nkey tap o\nrun 1\nexpect \"at 111\\n,1\"\n")
 
     def test_key_by_its_code(self):

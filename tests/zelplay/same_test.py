@@ -30,7 +30,7 @@ def wild_play(seed, commands=60):
 
 class Same(Plays):
     def left(self, game, play, folder, *options):
-        """What one run leaves behind."""
+        """What one run writes."""
         out = self.folder / folder
         run = self.zelplay(*options, "--keep", "--output", out, game, play)
         left = {file.name: file.read_bytes() for file in sorted(out.iterdir())}
