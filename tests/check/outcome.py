@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 import time
 
-SECONDS = 120  # who takes longer hangs, on however slow a machine
+SECONDS = 300  # who takes longer hangs, on however slow a machine
 PROCESSOR_SECONDS = 1  # of one script; who uses more never ends
 
 

@@ -14,14 +14,14 @@ import subprocess
 import sys
 from pathlib import Path
 
-from engine_run import GameFolder, crlf
+from engine_run import PATIENCE, GameFolder, crlf
 from page import read_blocks
 
 
 def zelplay(setup, folder, *words, given=""):
     command = [setup.zelplay, *[str(word) for word in words]]
     return subprocess.run(command, cwd=folder, input=given, capture_output=True, text=True,
-                          timeout=60, check=False)
+                          timeout=PATIENCE, check=False)
 
 
 def play_faults(setup, level, block, said):

@@ -6,7 +6,7 @@ Waiting here is for a condition; the deadline exists only so that a hang ends.
 import time
 from pathlib import Path
 
-PATIENCE = 120  # seconds until what must happen counts as a hang, on however slow a machine
+PATIENCE = 300  # seconds until what must happen counts as a hang, on however slow a machine
 
 
 def until(ask, what, seconds=PATIENCE):

@@ -12,6 +12,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 from level_player import write_level  # noqa: E402
+from process import PATIENCE  # noqa: E402
 
 GAMES = Path(sys.argv.pop()).resolve()
 ZELPLAY = str(Path(sys.argv.pop()).resolve())
@@ -63,7 +64,7 @@ class Plays(unittest.TestCase):
     def zelplay(self, *words, given=b""):
         """Runs zelplay to its end."""
         command = [ZELPLAY, *[str(word) for word in words]]
-        return subprocess.run(command, input=given, capture_output=True, timeout=120, check=False,
+        return subprocess.run(command, input=given, capture_output=True, timeout=PATIENCE, check=False,
                               cwd=self.folder)
 
     def play(self, text, *options, name="test.play"):

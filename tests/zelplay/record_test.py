@@ -15,7 +15,7 @@ from plays import ZELPLAY, Plays
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "docs"))
 from engine_run import Display  # noqa: E402
-from process import has_ended, until  # noqa: E402
+from process import PATIENCE, has_ended, until  # noqa: E402
 
 
 class Window(Plays):
@@ -65,7 +65,7 @@ class Record(Window):
     def test_level_that_ends_by_itself_ends_the_recording(self):
         process = self.start("--record", "live.play", self.game)
         self.display.press("q")
-        self.assertEqual(process.wait(20), 0)
+        self.assertEqual(process.wait(PATIENCE), 0)
         self.assertTrue((self.folder / "live.play").read_text().endswith("ended 0\n"))
         self.assertEqual(self.zelplay(self.game, "live.play").returncode, 0)
 
@@ -77,7 +77,7 @@ class Record(Window):
         for key in keys:
             self.display.press(key)
         process.terminate()  # SDL makes a quit event of it, as of the close button
-        self.assertEqual(process.wait(20), 0, process.stderr.read())
+        self.assertEqual(process.wait(PATIENCE), 0, process.stderr.read())
         return {file.name: file.read_bytes() for file in out.iterdir()}
 
 
@@ -87,7 +87,7 @@ class Shown(Window):
         begin = time.monotonic()
         process = self.start("--window", self.game, "a.play")
         self.assertTrue(self.display.find_window())
-        out, err = process.communicate(timeout=60)
+        out, err = process.communicate(timeout=PATIENCE)
         self.assertEqual((process.returncode, err), (0, b""))
         self.assertGreater(time.monotonic() - begin, 2.9)
         self.assertEqual(out.decode(), self.passes("key tap a\nrun 3000\n"))
@@ -96,13 +96,13 @@ class Shown(Window):
         (self.folder / "a.play").write_text("run 4000\nreject \"key\"\n")
         process = self.start("--window", self.game, "a.play")
         self.display.press("a")
-        self.assertEqual(process.wait(60), 0)
+        self.assertEqual(process.wait(PATIENCE), 0)
 
     def test_closing_the_window_stops_the_play(self):
         (self.folder / "a.play").write_text("run 60000\n")
         process = self.start("--window", self.game, "a.play")
         process.terminate()
-        _, err = process.communicate(timeout=20)
+        _, err = process.communicate(timeout=PATIENCE)
         self.assertEqual(process.returncode, 1)
         self.assertIn(b"a.play:1: failed: the play was stopped from outside", err)
 

@@ -11,7 +11,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from plays import GAMES, ZELPLAY
+from plays import GAMES, PATIENCE, ZELPLAY
 
 ROOT = Path(__file__).resolve().parents[2]
 
@@ -37,7 +37,7 @@ class Run(unittest.TestCase):
     def run_sh(self, *words):
         environment = {**os.environ, "PATH": f"{self.folder}/bin:{os.environ['PATH']}",
                        "DISPLAY": ":none"}
-        return subprocess.run(["./run.sh", *words], cwd=self.folder, env=environment, timeout=120,
+        return subprocess.run(["./run.sh", *words], cwd=self.folder, env=environment, timeout=PATIENCE,
                               capture_output=True, text=True, check=False)
 
     def test_each_play_has_a_line(self):
