@@ -14,18 +14,17 @@ A script in a folder "hangs" has none of .out and .status: the engine must stop 
 """
 
 import difflib
-import glob
 import os
 import re
 import select
 import signal
-import struct
 import subprocess
 import sys
 import tempfile
 import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "support"))
+from level_folder import write_level  # noqa: E402
 from process import PATIENCE, has_ended, wait_until_uncaught  # noqa: E402
 
 IDLE = 0.05  # seconds of processor time that an engine which hangs may use in a second
@@ -69,35 +68,6 @@ class Expectation:
         if self.regex is not None:
             return re.fullmatch(self.regex, out) is not None
         return out == self.out
-
-
-def find_font():
-    if os.environ.get("ZEL_TEST_FONT"):
-        return os.environ["ZEL_TEST_FONT"]
-    fonts = glob.glob("/usr/share/fonts/**/LiberationSans-Regular.ttf", recursive=True)
-    if not fonts:
-        sys.exit("Liberation Sans is missing: install fonts-liberation or set ZEL_TEST_FONT")
-    return fonts[0]
-
-
-def write_file(path, content):
-    os.makedirs(os.path.dirname(path), exist_ok=True)
-    with open(path, "wb") as file:
-        file.write(content)
-
-
-def tiny_bmp():
-    pixels = b"\x40\x80\xc0" * 4 * 4  # 4 by 4, 24 bits: the rows need no padding
-    header = struct.pack("<2sIHHI", b"BM", 54 + len(pixels), 0, 0, 54)
-    return header + struct.pack("<IiiHHIIiiII", 40, 4, 4, 1, 24, 0, 0, 0, 0, 0, 0) + pixels
-
-
-def build_game(folder, script):
-    os.symlink(find_font(), os.path.join(folder, "arial.ttf"))
-    write_file(os.path.join(folder, "SysPics", "select.bmp"), tiny_bmp())
-    write_file(os.path.join(folder, "levels", "level1", "img", "peon.bmp"), tiny_bmp())
-    with open(script, "rb") as file:
-        write_file(os.path.join(folder, "levels", "level1", "script.txt"), file.read())
 
 
 def environment(extra):
@@ -241,7 +211,8 @@ def main():
     if not expected.hangs and expected.out is None and expected.regex is None:
         sys.exit("no .out and no .regex beside " + script)
     with tempfile.TemporaryDirectory(prefix="zel-script-") as folder:
-        build_game(folder, script)
+        with open(script, "rb") as file:
+            write_level(folder, file.read())
         with open(os.path.join(folder, "stderr"), "w+b") as err_file:
             faults = (run_hang if expected.hangs else run)(zel, folder, expected, err_file)
             err_file.seek(0)

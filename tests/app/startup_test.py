@@ -14,7 +14,7 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
-from level_player import write_level  # noqa: E402
+from level_folder import write_level  # noqa: E402
 from process import PATIENCE, check_lives_on, wait_until_uncaught  # noqa: E402
 
 # Ends may take their time: without a screen nothing holds the frames back, and the renderer ends

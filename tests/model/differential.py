@@ -17,22 +17,22 @@ import os
 import re
 import resource
 import signal
-import struct
 import subprocess
 import sys
 import tempfile
 import threading
 import time
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path[:0] = [HERE, os.path.join(HERE, os.pardir, "support")]
 
 import generate  # noqa: E402
 import model  # noqa: E402
+from level_folder import write_level  # noqa: E402
 
 BUDGET = 20000  # tokens; keeps one program within some milliseconds on either side
 HANG_SECONDS = 0.5
 SETTLE_SECONDS = (0.7, 3, 10)  # until the engine has surely reached its loop
-FONT = "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf"
 LOOSE_REPORT = rb"\d+\n[\s\S]{0,30}"
 STUCK_LOAD = re.compile(rb"[^\n]*script\.txt:\d+:\d+[^\n]*\n")
 
@@ -72,11 +72,8 @@ class Runner:
     def folder(self):
         if not hasattr(self.own, "keeper"):
             self.own.keeper = tempfile.TemporaryDirectory(prefix="zel-model-")
-            self.furnish(self.own.keeper.name)
+            write_level(self.own.keeper.name, b"")
         return self.own.keeper.name
-
-    def furnish(self, folder):
-        os.makedirs(os.path.join(folder, "levels", "level1"))
 
     def wait(self, process, expected, folder):
         if expected.kind in ("hang", "load-hang"):
@@ -98,17 +95,10 @@ class Runner:
 class Zel(Runner):
     """The engine itself: it stays in its loop after main() until it is asked to quit."""
 
-    def __init__(self, path, font):
+    def __init__(self, path):
         super().__init__(path)
-        self.font = os.path.abspath(font)
         self.environment.setdefault("SDL_VIDEODRIVER", "offscreen")
         self.environment.setdefault("SDL_AUDIODRIVER", "dummy")
-
-    def furnish(self, folder):
-        super().furnish(folder)
-        os.symlink(self.font, os.path.join(folder, "arial.ttf"))
-        os.mkdir(os.path.join(folder, "SysPics"))
-        write(folder, "SysPics/select.bmp", one_pixel_bmp())
 
     def run(self, script, stdin, expected):
         for self.own.settle in SETTLE_SECONDS:
@@ -147,12 +137,6 @@ def write(folder, name, content):
 def read(folder, name):
     with open(os.path.join(folder, name), "rb") as file:
         return file.read()
-
-
-def one_pixel_bmp():
-    header = struct.pack("<2sIHHI", b"BM", 58, 0, 0, 54)
-    info = struct.pack("<IiiHHIIiiII", 40, 1, 1, 1, 24, 0, 4, 0, 0, 0, 0)
-    return header + info + b"\xff\xff\xff\0"
 
 
 # Judging ------
@@ -309,7 +293,6 @@ def parse_options():
     parser = argparse.ArgumentParser(description="compare the engine with the model")
     parser.add_argument("--runner", help="path of script_runner")
     parser.add_argument("--zel", help="path of the engine")
-    parser.add_argument("--font", default=FONT, help="a TrueType font, for --zel")
     parser.add_argument("--seed", type=int, default=1, help="seed of the first program")
     parser.add_argument("--count", type=int, default=1500)
     parser.add_argument("--seconds", type=float, help="stop after this time")
@@ -329,7 +312,7 @@ def parse_options():
 def main():
     options = parse_options()
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    engine = Runner(options.runner) if options.runner else Zel(options.zel, options.font)
+    engine = Runner(options.runner) if options.runner else Zel(options.zel)
     if options.script:
         return show_one(engine, options.script)
     return Campaign(engine, options).run()

@@ -6,6 +6,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import level_player  # noqa: E402
+from level_folder import BLUE, WHITE  # noqa: E402
 
 # Scancodes: a 4, b 5, c 6, d 7, e 8, f 9, F1 58.
 SCRIPT = """
@@ -80,12 +81,12 @@ def function_that_removes_itself_skips_the_next_one_once(game):
 
 
 def key_moves_a_unit_on_the_screen(game):
-    game.colour_becomes(107, 107, level_player.BLUE)
+    game.colour_becomes(107, 107, BLUE)
     game.press("e")
-    game.colour_becomes(157, 107, level_player.BLUE)
-    game.colour_becomes(107, 107, level_player.WHITE)
+    game.colour_becomes(157, 107, BLUE)
+    game.colour_becomes(107, 107, WHITE)
     game.press("e", "e")
-    game.colour_becomes(257, 107, level_player.BLUE)
+    game.colour_becomes(257, 107, BLUE)
 
 
 if __name__ == "__main__":

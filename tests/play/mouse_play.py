@@ -6,7 +6,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import level_player  # noqa: E402
-from level_player import BLUE, MAGENTA, WHITE  # noqa: E402
+from level_folder import BLUE, MAGENTA, WHITE  # noqa: E402
 
 SCRIPT = """
 int look() { print(getunitx(0)); print(" "); print(getunity(0)); }

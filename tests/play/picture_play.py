@@ -6,7 +6,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import level_player  # noqa: E402
-from level_player import BLUE, GREEN, GREY, MAGENTA, RED, WHITE  # noqa: E402
+from level_folder import BLUE, GREEN, GREY, MAGENTA, RED, WHITE  # noqa: E402
 from process import until  # noqa: E402
 
 # The block is a character cell full of ink: its middle shows the colour of texts unmixed.

@@ -8,7 +8,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import level_player  # noqa: E402
-from level_player import BLUE  # noqa: E402
+from level_folder import BLUE  # noqa: E402
 from process import check_lives_on, has_ended, until, wait_until_uncaught  # noqa: E402
 
 SCRIPT = """

@@ -8,48 +8,19 @@
         level_player.main(SCRIPT, held_key_fires_again)     # run as: FILE ENGINE
 
 What the hands, eyes and ears of a player can do stands in player.py. Here a held key does not
-repeat by itself: every event is one that the test made. The level has three pictures besides its
-script: red.bmp and green.bmp of 50 by 50 pixels, and a blue unit. The selection frame is magenta.
+repeat by itself: every event is one that the test made. What the level has besides its script
+stands in level_folder.py.
 """
 
 import fcntl
-import struct
 import sys
 import tempfile
 import termios
 import time
-from pathlib import Path
 
 import player
+from level_folder import write_level
 from process import PATIENCE, until
-
-FONT = "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf"
-WHITE, GREY = (255, 255, 255), (100, 100, 100)
-RED, GREEN, BLUE, MAGENTA = (255, 0, 0), (0, 255, 0), (0, 0, 255), (255, 0, 255)
-
-
-def picture(width, height, colour):
-    """The bytes of a BMP file of one colour."""
-    row = bytes(reversed(colour)) * width
-    row += bytes(-len(row) % 4)
-    head = struct.pack("<2sIHHI", b"BM", 54 + len(row) * height, 0, 0, 54)
-    info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, 0, 0, 0, 0, 0)
-    return head + info + row * height
-
-
-def write_level(folder, script):
-    """Fills a working directory of the engine; line ends become those of level scripts."""
-    folder = Path(folder)
-    level = folder / "levels" / "level1"
-    (level / "img").mkdir(parents=True)
-    (folder / "SysPics").mkdir()
-    (folder / "arial.ttf").symlink_to(FONT)
-    (folder / "SysPics" / "select.bmp").write_bytes(picture(8, 8, MAGENTA))
-    (level / "img" / "peon.bmp").write_bytes(picture(20, 30, BLUE))
-    (level / "red.bmp").write_bytes(picture(50, 50, RED))
-    (level / "green.bmp").write_bytes(picture(50, 50, GREEN))
-    (level / "script.txt").write_bytes(script.replace("\n", "\r\n").encode())
-    return folder
 
 
 class LevelPlayer(player.Player):
