@@ -13,6 +13,7 @@ The engine loads BMP through SDL, which keeps transparency only of files with 32
 alpha mask in their header; write_bmp chooses the form by what the picture needs.
 """
 
+import math
 import struct
 import zlib
 
@@ -90,6 +91,46 @@ def enlarge(picture, times):
     """Every pixel becomes a square of pixels, which the engine's smooth scaling cannot blur."""
     wide = [[pixel for pixel in row for _ in range(times)] for row in picture]
     return [list(row) for row in wide for _ in range(times)]
+
+
+# Scenery ----------------------------------------------------------------------------------------
+
+# The order in which a 4 by 4 square fills up when one colour fades into another.
+FADE = ((0, 8, 2, 10), (12, 4, 14, 6), (3, 11, 1, 9), (15, 7, 13, 5))
+
+
+def fade(picture, y, height, upper, lower):
+    """Rows that go over from one colour to another in a woven pattern."""
+    for row in range(height):
+        for x in range(size(picture)[0]):
+            under = FADE[row % 4][x % 4] < 16 * row / height
+            put(picture, x, y + row, colour(lower if under else upper))
+
+
+def hill(picture, top, wave, length, shift, letter):
+    """Fills everything below a wavy line."""
+    width, height = size(picture)
+    for x in range(width):
+        y = round(top + wave * math.sin((x + shift) / length))
+        fill_rect(picture, x, y, 1, height - y, letter)
+
+
+def soft_box(letter, least, most, step):
+    """A selection box. The engine stretches it to whatever the player drags, so it is soft: a bright
+    rim that fades into a clear middle looks right at any size, a sharp line would not. The opacity
+    inside falls from `most` by `step` a pixel, down to `least`."""
+    side = 48
+    picture = blank(side, side)
+    for y in range(side):
+        for x in range(side):
+            depth = min(x, y, side - 1 - x, side - 1 - y)
+            picture[y][x] = colour(letter, 230 if depth == 0 else max(least, most - step * depth))
+    return picture
+
+
+def faint_box():
+    """The selection box of a game that selects nothing: the engine wants one all the same."""
+    return [[colour("w", 40)] * 8 for _ in range(8)]
 
 
 # Files --------------------------------------------------------------------------------------------

@@ -1,6 +1,6 @@
 """Capital letters and digits of 5 by 7 pixels, for the lettering in the games' pictures."""
 
-from pixel_art import blank, colour, paste, put
+from pixel_art import blank, colour, enlarge, fill_rect, paste, put, size
 
 GLYPHS = {
     "0": "01110 10001 10011 10101 11001 10001 01110",
@@ -66,3 +66,17 @@ def lettering(text, upper, lower, outline="k"):
     face[5:] = shade[5:]
     paste(picture, face, 0, 0)
     return picture
+
+
+def sign(text, upper, lower, rim):
+    """A board with lettering, for the screens before and after the game."""
+    letters = lettering(text, upper, lower)
+    width = size(letters)[0] + 8
+    picture = blank(width, 17, "k")
+    fill_rect(picture, 1, 1, width - 2, 15, rim)
+    fill_rect(picture, 2, 2, width - 4, 13, "k")
+    for x in (0, width - 1):
+        for y in (0, 16):
+            put(picture, x, y, colour("."))
+    paste(picture, letters, 4, 4)
+    return enlarge(picture, 5)

@@ -9,7 +9,7 @@ HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent.parent / "tools"))
 
 from pixel_art import (  # noqa: E402  (found only through the line above)
-    blank, colour, enlarge, fill_rect, from_letters, paste, put, write_bmp,
+    blank, colour, enlarge, fill_rect, from_letters, paste, put, soft_box, write_bmp,
 )
 
 BEE = [
@@ -142,20 +142,10 @@ def bar():
     return picture
 
 
-def frame():
-    """The selection frame, stretched to whatever the player drags."""
-    picture = blank(48, 48)
-    for y in range(48):
-        for x in range(48):
-            edge = min(x, y, 47 - x, 47 - y)
-            picture[y][x] = colour("u", 230 if edge == 0 else max(56, 150 - 32 * edge))
-    return picture
-
-
 def main():
     for folder in (HERE / "SysPics", HERE / "img"):
         folder.mkdir(exist_ok=True)
-    write_bmp(HERE / "SysPics/select.bmp", frame())
+    write_bmp(HERE / "SysPics/select.bmp", soft_box("u", 56, 150, 32))
     write_bmp(HERE / "img/meadow.bmp", meadow())
     write_bmp(HERE / "img/bar.bmp", bar())
     for name, rows in (("bee", BEE), ("wasp", WASP), ("flower", FLOWER), ("jar", JAR)):

@@ -10,7 +10,7 @@ GAME = Path(__file__).resolve().parent
 sys.path.insert(0, str(GAME.parent.parent / "tools"))
 
 from pixel_art import (  # noqa: E402  (found only through the line above)
-    blank, colour, enlarge, fill_rect, from_letters, paste, put, write_bmp, write_png,
+    blank, colour, enlarge, fill_rect, from_letters, paste, put, soft_box, write_bmp, write_png,
 )
 
 BIRD_UP = [
@@ -167,21 +167,11 @@ def balloon():
     return picture
 
 
-def frame():
-    """The selection frame, stretched to whatever the player drags."""
-    picture = blank(48, 48)
-    for y in range(48):
-        for x in range(48):
-            edge = min(x, y, 47 - x, 47 - y)
-            picture[y][x] = colour("w", 230 if edge == 0 else max(40, 120 - 30 * edge))
-    return picture
-
-
 def main():
     pictures = GAME / "levels/level1/img"
     for folder in (GAME / "SysPics", pictures):
         folder.mkdir(parents=True, exist_ok=True)
-    write_bmp(GAME / "SysPics/select.bmp", frame())
+    write_bmp(GAME / "SysPics/select.bmp", soft_box("w", 40, 120, 30))
     for name, picture in (
         ("morning", sky("upfy")), ("day", sky("uubw")),
         ("evening", sky("npro")), ("night", night()),

@@ -10,7 +10,8 @@ GAME = Path(__file__).resolve().parent
 sys.path.insert(0, str(GAME.parent.parent / "tools"))
 
 from pixel_art import (  # noqa: E402  (found only through the line above)
-    blank, colour, enlarge, fill_rect, from_letters, paste, put, size, write_bmp,
+    blank, colour, enlarge, fill_rect, from_letters, hill, paste, put, size, soft_box,
+    write_bmp,
 )
 
 # The engine shows every unit 15 by 15 pixels large, so that is the size to draw it in.
@@ -63,19 +64,6 @@ CLOUD = [
 ]
 
 
-def frame():
-    """The selection frame. It is stretched to whatever the player drags, so it is drawn soft: a
-    bright rim that fades into a clear middle looks right at any size, a sharp line would not."""
-    side = 48
-    picture = blank(side, side)
-    for y in range(side):
-        for x in range(side):
-            depth = min(x, y, side - 1 - x, side - 1 - y)
-            alpha = 230 if depth == 0 else max(56, 150 - 32 * depth)
-            picture[y][x] = colour("u", alpha)
-    return picture
-
-
 def disc(picture, middle_x, middle_y, radius, letter_at):
     """Fills a disc; letter_at tells the colour of the pixel at x, y."""
     for y in range(middle_y - radius, middle_y + radius + 1):
@@ -116,14 +104,6 @@ def checkered(picture, y, upper, lower):
         put(picture, x, y + 1, colour(upper if x % 4 == 3 else lower))
 
 
-def hill(picture, top, wave, length, shift, letter):
-    """Fills everything below a wavy line."""
-    width, height = size(picture)
-    for x in range(width):
-        y = round(top + wave * math.sin((x + shift) / length))
-        fill_rect(picture, x, y, 1, height - y, letter)
-
-
 def scatter(picture, dice, count, top, marks):
     """Strews small marks over the ground below top, fewer in the distance."""
     width, height = size(picture)
@@ -154,7 +134,7 @@ def main():
     pictures = GAME / "levels/level1/img"
     for folder in (GAME / "SysPics", pictures):
         folder.mkdir(parents=True, exist_ok=True)
-    write_bmp(GAME / "SysPics/select.bmp", frame())
+    write_bmp(GAME / "SysPics/select.bmp", soft_box("u", 56, 150, 32))
     write_bmp(pictures / "peon.bmp", from_letters(PEON))
     write_bmp(pictures / "tree.bmp", tree())
     write_bmp(pictures / "meadow.bmp", meadow())

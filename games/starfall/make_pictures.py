@@ -10,9 +10,9 @@ GAME = Path(__file__).resolve().parent
 sys.path.insert(0, str(GAME.parent.parent / "tools"))
 
 from pixel_art import (  # noqa: E402  (found only through the line above)
-    blank, colour, enlarge, fill_rect, from_letters, paste, put, size, write_bmp,
+    blank, colour, enlarge, fade, faint_box, fill_rect, from_letters, put, write_bmp,
 )
-from pixel_font import lettering  # noqa: E402
+from pixel_font import lettering, sign  # noqa: E402
 
 # Everything is drawn at half the window's resolution and enlarged: one grid for all pictures.
 
@@ -107,33 +107,7 @@ def moon():
     return picture
 
 
-def sign(text, upper, lower):
-    """A board with lettering, for the screens before and after the game."""
-    letters = lettering(text, upper, lower)
-    width = size(letters)[0] + 8
-    picture = blank(width, 17, "k")
-    fill_rect(picture, 1, 1, width - 2, 15, "m")
-    fill_rect(picture, 2, 2, width - 4, 13, "k")
-    for x in (0, width - 1):
-        for y in (0, 16):
-            put(picture, x, y, colour("."))
-    paste(picture, letters, 4, 4)
-    return enlarge(picture, 5)
-
-
 # Background ---------------------------------------------------------------------------------------
-
-# The order in which a 4 by 4 square fills up when one colour fades into another.
-FADE = ((0, 8, 2, 10), (12, 4, 14, 6), (3, 11, 1, 9), (15, 7, 13, 5))
-
-
-def fade(picture, y, height, upper, lower):
-    """Rows that go over from one colour to another in a woven pattern."""
-    for row in range(height):
-        for x in range(size(picture)[0]):
-            under = FADE[row % 4][x % 4] < 16 * row / height
-            put(picture, x, y + row, colour(lower if under else upper))
-
 
 def mountain(picture, middle, top, slope, letter, snow):
     """A peak, lit from the left, with snow on it."""
@@ -196,16 +170,11 @@ def panel(width):
     return picture
 
 
-def selection():
-    """The engine wants a picture for the selection frame; this game shows next to nothing of it."""
-    return [[colour("w", 40)] * 8 for _ in range(8)]
-
-
 def main():
     pictures = GAME / "levels/level1/img"
     for folder in (GAME / "SysPics", pictures):
         folder.mkdir(parents=True, exist_ok=True)
-    write_bmp(GAME / "SysPics/select.bmp", selection())
+    write_bmp(GAME / "SysPics/select.bmp", faint_box())
     write_bmp(pictures / "peon.bmp", from_letters(PEON))
     write_bmp(pictures / "night.bmp", night())
     drawings = {"moon": moon(), "panel": panel(46)}
@@ -221,7 +190,7 @@ def main():
         ("won", "DAWN! YOU WON", "l", "e"),
         ("lost", "GAME OVER", "o", "r"),
     ):
-        write_bmp(pictures / f"{name}.bmp", sign(text, upper, lower))
+        write_bmp(pictures / f"{name}.bmp", sign(text, upper, lower, "m"))
 
 
 if __name__ == "__main__":

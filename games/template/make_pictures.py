@@ -7,7 +7,7 @@ from pathlib import Path
 GAME = Path(__file__).resolve().parent
 sys.path.insert(0, str(GAME.parent.parent / "tools"))
 
-from pixel_art import blank, colour, enlarge, from_letters, write_bmp  # noqa: E402
+from pixel_art import enlarge, from_letters, soft_box, write_bmp  # noqa: E402
 
 # One letter a pixel; the colours of the letters are in tools/pixel_art.py.
 STAR = [
@@ -49,23 +49,11 @@ PEON = [
 ]
 
 
-def frame():
-    """The selection frame, stretched to what the player drags: soft, so every size suits it."""
-    side = 48
-    picture = blank(side, side)
-    for y in range(side):
-        for x in range(side):
-            depth = min(x, y, side - 1 - x, side - 1 - y)
-            alpha = 230 if depth == 0 else max(56, 150 - 32 * depth)
-            picture[y][x] = colour("u", alpha)
-    return picture
-
-
 def main():
     pictures = GAME / "levels/level1/img"
     for folder in (GAME / "SysPics", pictures):
         folder.mkdir(parents=True, exist_ok=True)
-    write_bmp(GAME / "SysPics/select.bmp", frame())
+    write_bmp(GAME / "SysPics/select.bmp", soft_box("u", 56, 150, 32))
     write_bmp(pictures / "star.bmp", enlarge(from_letters(STAR), 4))
     write_bmp(pictures / "peon.bmp", from_letters(PEON))
 
