@@ -116,9 +116,9 @@ def hill(picture, top, wave, length, shift, letter):
 
 
 def soft_box(letter, least, most, step):
-    """A selection box. The engine stretches it to whatever the player drags, so it is soft: a bright
-    rim that fades into a clear middle looks right at any size, a sharp line would not. The opacity
-    inside falls from `most` by `step` a pixel, down to `least`."""
+    """A selection box. The engine stretches it to whatever the player drags, so it is soft: a
+    bright rim that fades into a clear middle looks right at any size, a sharp line would not. The
+    opacity inside falls from `most` by `step` a pixel, down to `least`."""
     side = 48
     picture = blank(side, side)
     for y in range(side):

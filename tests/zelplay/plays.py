@@ -64,8 +64,8 @@ class Plays(unittest.TestCase):
     def zelplay(self, *words, given=b""):
         """Runs zelplay to its end."""
         command = [ZELPLAY, *[str(word) for word in words]]
-        return subprocess.run(command, input=given, capture_output=True, timeout=PATIENCE, check=False,
-                              cwd=self.folder)
+        return subprocess.run(command, input=given, capture_output=True, timeout=PATIENCE,
+                              check=False, cwd=self.folder)
 
     def play(self, text, *options, name="test.play"):
         """Runs a play of these lines."""

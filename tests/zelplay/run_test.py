@@ -37,8 +37,8 @@ class Run(unittest.TestCase):
     def run_sh(self, *words):
         environment = {**os.environ, "PATH": f"{self.folder}/bin:{os.environ['PATH']}",
                        "DISPLAY": ":none"}
-        return subprocess.run(["./run.sh", *words], cwd=self.folder, env=environment, timeout=PATIENCE,
-                              capture_output=True, text=True, check=False)
+        return subprocess.run(["./run.sh", *words], cwd=self.folder, env=environment,
+                              timeout=PATIENCE, capture_output=True, text=True, check=False)
 
     def test_each_play_has_a_line(self):
         self.write("games/template/plays/again.play", "run 16\nexpect \"READY\"\n")
