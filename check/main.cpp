@@ -12,6 +12,7 @@
 #include "check/ids.h"
 #include "check/line_ends.h"
 #include "check/report.h"
+#include "check/room.h"
 
 namespace fs = std::filesystem;
 
@@ -25,19 +26,21 @@ static constexpr int kCannotRead = 3;
 
 struct Options {
     bool fix = false;
+    bool room = false;
     ReportForm form = ReportForm::Plain;
     std::vector<std::string> paths;
 };
 
 static void showHelp() {
     std::printf(
-        "Usage: zelcheck [--fix] [--json] [FILE|FOLDER]...\n"
+        "Usage: zelcheck [--fix] [--json|--room] [FILE|FOLDER]...\n"
         "\n"
         "Finds mistakes in level scripts before the engine meets them. A folder is searched\n"
         "for files called script.txt; without arguments %s is checked.\n"
         "\n"
         "    --fix     rewrites bare line feeds to CR LF, and nothing else, before the check\n"
         "    --json    writes one JSON object a line for each finding\n"
+        "    --room    says how much of the engine's room a script uses, and checks nothing\n"
         "    --ids     lists what can be found\n"
         "    --help    shows this text\n"
         "\n"
@@ -100,6 +103,17 @@ static bool fixFile(const std::string& path, std::string& bytes) {
     return true;
 }
 
+static int showFindings(const CheckResult& result, ReportForm form) {
+    int status = kNothingFound;
+    for (const Finding& finding : result.findings) {
+        const std::string report = reportOf(result.source, finding, form);
+        std::fwrite(report.data(), 1, report.size(), stdout);
+        const bool error = finding.severity == Severity::Error;
+        status = std::max(status, error ? kErrors : kOnlyWarnings);
+    }
+    return status;
+}
+
 static int checkFile(const std::string& path, const Options& options) {
     std::string bytes;
     std::string reason;
@@ -108,15 +122,9 @@ static int checkFile(const std::string& path, const Options& options) {
         return kCannotRead;
     }
     if (options.fix && !fixFile(path, bytes)) return kCannotRead;
-    const CheckResult result = checkScript(path, bytes, true);
-    int status = kNothingFound;
-    for (const Finding& finding : result.findings) {
-        const std::string report = reportOf(result.source, finding, options.form);
-        std::fwrite(report.data(), 1, report.size(), stdout);
-        const bool error = finding.severity == Severity::Error;
-        status = std::max(status, error ? kErrors : kOnlyWarnings);
-    }
-    return status;
+    if (!options.room) return showFindings(checkScript(path, bytes, true), options.form);
+    std::printf("%s\n", roomLine(bytes).c_str());
+    return kNothingFound;
 }
 
 static int checkFolder(const std::string& path, const Options& options) {
@@ -127,8 +135,10 @@ static int checkFolder(const std::string& path, const Options& options) {
         return kCannotRead;
     }
     int status = kNothingFound;
-    for (const std::string& script : scripts)
+    for (const std::string& script : scripts) {
+        if (options.room && scripts.size() > 1) std::printf("%s: ", script.c_str());
         status = std::max(status, checkFile(script, options));
+    }
     return status;
 }
 
@@ -167,6 +177,8 @@ int main(int count, char** arguments) {
             return kNothingFound;
         } else if (argument == "--json") {
             options.form = ReportForm::Json;
+        } else if (argument == "--room") {
+            options.room = true;
         } else if (argument == "--fix") {
             options.fix = true;
         } else {

@@ -1,14 +1,12 @@
 #include "play/watch.h"
 
 #include <signal.h>
-#include <sys/time.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 
 #include "play/output.h"
-#include "script/host/arguments.h"
+#include "script/errors/endless.h"
 #include "script/source/text.h"
 #include "script/source/tokens.h"
 
@@ -16,51 +14,21 @@ static constexpr int kPatienceSeconds = 10;
 static constexpr int kHangStatus = 3;
 
 static char gPlace[300] = "zelplay";
+static ThreadTimer gTimer;
+static volatile bool gAsked = false;  // where the script is, and not yet answered
 
 void setWatchPlace(const std::string& place) {
     std::snprintf(gPlace, sizeof gPlace, "%s", place.c_str());
 }
 
-static void printPlace(char* text, size_t size, const Place* place) {
-    const char* at = std::clamp<const char*>(textAt(place), gProgramBuffer, gProgramEnd);
-    const char* lineStart = at;
-    while (lineStart > gProgramBuffer && lineStart[-1] != '\n' && lineStart[-1] != '\r')
-        lineStart--;
-    const char* start = gProgramBuffer;
-    const long line = 1 + std::count(start, lineStart, '\n');
-    std::snprintf(text, size, "%s:%ld:%ld", gProgramPath, line, at - lineStart + 1);
-}
-
 std::string scriptPlace(const Place* place) {
-    char text[300];
-    printPlace(text, sizeof text, place);
-    return text;
+    const TextPlace at = textPlaceOf(textAt(place));
+    return std::string(gProgramPath) + ":" + std::to_string(at.line) + ":" +
+           std::to_string(at.column);
 }
 
-// Where the script is, is in the processor's registers alone. But a token that is not kept is read
-// again when it is met: once all are forgotten, those that are kept a moment later are the loop.
-static void forgetTokens() {
-    for (Place* place = gPlaces; textAt(place) < gProgramEnd; place++) {
-        if (place->state == PlaceState::Kept) place->state = PlaceState::Unread;
-    }
-}
-
-static const Place* findLoop() {
-    for (const Place* place = gPlaces; textAt(place) < gProgramEnd; place++) {
-        if (place->state == PlaceState::Kept) return place;
-    }
-    return gProgramPos;
-}
-
-static void setTimer(int milliseconds) {
-    const itimerval patience = {{0, 0}, {milliseconds / 1000, milliseconds % 1000 * 1000}};
-    setitimer(ITIMER_PROF, &patience, nullptr);
-}
-
-[[noreturn]] static void reportHang() {
-    char where[300] = "its start";
+[[noreturn]] static void reportHang(const char* where) {
     char report[800];
-    if (gProgramBuffer != nullptr) printPlace(where, sizeof where, findLoop());
     const int length = std::snprintf(report, sizeof report,
                                      "%s: the level hangs: %d s of processor time without the end "
                                      "of a pass; the script is at %s\n",
@@ -71,17 +39,21 @@ static void setTimer(int milliseconds) {
     _exit(kHangStatus);
 }
 
-// A signal handler: what it calls allocates nothing.
+static void reportHangAt(const Place* token) {
+    if (gAsked) reportHang(scriptPlace(token->back).c_str());
+}
+
+// A signal handler. A script that hangs reads its next token at once; the engine may hang too.
 static void onTimer(int) {
-    constexpr int kLookMs = 100;
-    static bool looks = false;
-    if (looks || gProgramBuffer == nullptr) reportHang();
-    looks = true;
-    forgetTokens();
-    setTimer(kLookMs);
+    constexpr int kAnswerMs = 1000;
+    if (gAsked) reportHang("a place that is not known");
+    gAsked = true;
+    askForPlace(reportHangAt);
+    setThreadTimer(gTimer, kAnswerMs, 0);
 }
 
 void restartWatch() {
-    signal(SIGPROF, onTimer);
-    setTimer(kPatienceSeconds * 1000);
+    gAsked = false;
+    if (!gTimer.runs) startThreadTimer(gTimer, SIGPROF, onTimer);
+    setThreadTimer(gTimer, kPatienceSeconds * 1000, 0);
 }

@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -27,16 +26,11 @@ void raiseDivisionFault() {
 }
 
 void waitForEver(const char* reason, const Place* position) {
-    const char* place = std::min(textAt(position), gProgramEnd);
-    const long line = 1 + std::count(static_cast<const char*>(gProgramBuffer), place, '\n');
-    const char* lineStart = place;
-    while (lineStart > gProgramBuffer && lineStart[-1] != '\n')
-        lineStart--;
-
+    const TextPlace place = textPlaceOf(textAt(position));
     std::fflush(stdout);
     std::fprintf(stderr,
                  "%s:%ld:%ld: %s; the engine now waits for ever, stop it with Ctrl-C twice\n",
-                 gProgramPath, line, static_cast<long>(place - lineStart) + 1, reason);
+                 gProgramPath, place.line, place.column, reason);
     for (;;)
         pause();
 }

@@ -3,6 +3,7 @@
 #include <csetjmp>
 #include <cstdio>
 
+#include "script/errors/endless.h"
 #include "script/errors/halt.h"
 #include "script/errors/nesting.h"
 
@@ -33,6 +34,7 @@ static bool runInside(void (*operation)(const void*), const void* argument) {
     gLocalTop = localTop;
     gCallDepth = callDepth;
     gNestingDepth = nestingDepth;
+    endCall();
     gErrorJump = outer;
     return false;
 }

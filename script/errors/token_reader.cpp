@@ -3,6 +3,7 @@
 #include <cctype>
 #include <cstdio>
 
+#include "script/errors/endless.h"
 #include "script/errors/errors.h"
 #include "script/errors/halt.h"
 
@@ -20,6 +21,7 @@ static ScriptError errorOf(TokenFault fault) {
 
 void readPlace(Place* place) {
     if (place->state == PlaceState::Unread) keepToken(place);
+    answerWithPlace(place);
     if (place->state == PlaceState::Faulty) syntaxError(errorOf(place->fault), place->next);
 }
 

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "script/errors/endless.h"
 #include "script/errors/errors.h"
 #include "script/errors/halt.h"
 #include "script/errors/recovery.h"
@@ -11,6 +12,7 @@
 #include "script/host/builtins.h"
 #include "script/run/functions.h"
 #include "script/run/variables.h"
+#include "script/source/symbols.h"
 #include "script/source/text.h"
 
 // Pre-scan ------------------------------------------------------------------------------------
@@ -92,31 +94,16 @@ bool loadScript(const char* path) {
     return runGuarded(prescanText, nullptr);
 }
 
-// The call reads its argument list from the definition's own parentheses: they must be empty.
-static void callAtDefinition(Place* location) {
-    callFunction(location, location - 1);
-}
-
-static void callMain(const void*) {
-    Place* location = findFunction("main");
-    if (location == nullptr) {
-        std::puts("main() not found!");
-        endProcess(1);
-    }
-    callAtDefinition(location);
-}
-
-void runMain() {
-    runGuarded(callMain, nullptr);
-}
-
 void callScriptFunction(const char* name) {
-    Place* location = findFunction(name);
-    if (location == nullptr) {
+    const Symbol* function = findSymbol(name);
+    if (function == nullptr || function->function == nullptr) {
         std::printf("%s() not found!\n", name);
         endProcess(1);
     }
-    callAtDefinition(location);
+    beginCall(function);
+    // The call reads its argument list from the definition's own parentheses: they must be empty.
+    callFunction(function->function, function->function - 1);
+    endCall();
 }
 
 static void callNamed(const void* name) {
@@ -125,4 +112,8 @@ static void callNamed(const void* name) {
 
 void callScriptFunctionGuarded(const char* name) {
     runGuarded(callNamed, name);
+}
+
+void runMain() {
+    callScriptFunctionGuarded("main");
 }

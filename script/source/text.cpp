@@ -1,5 +1,6 @@
 #include "script/source/text.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -34,4 +35,20 @@ void setProgramText(const char* buffer, const char* path) {
     gProgramBuffer = buffer;
     gProgramEnd = buffer + std::strlen(buffer);
     gProgramPath = path;
+}
+
+static bool endsLine(const char* position) {
+    return *position == '\n' || (*position == '\r' && byteAt(position + 1) != '\n');
+}
+
+TextPlace textPlaceOf(const char* position) {
+    const char* const place = std::min(position, gProgramEnd);
+    const char* lineStart = gProgramBuffer;
+    long line = 1;
+    for (const char* p = gProgramBuffer; p < place; p++) {
+        if (!endsLine(p)) continue;
+        line++;
+        lineStart = p + 1;
+    }
+    return {line, place - lineStart + 1};
 }

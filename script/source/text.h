@@ -31,6 +31,14 @@ bool readProgramFile(char* buffer, const char* path);
 // Takes `buffer` as the program text of `path`.
 void setProgramText(const char* buffer, const char* path);
 
+// Where a position is for someone who reads the text in an editor: lines end at a line feed, at a
+// carriage return, or at both together; columns are bytes. Both count from 1.
+struct TextPlace {
+    long line;
+    long column;
+};
+TextPlace textPlaceOf(const char* position);
+
 // The byte at `position`; zero at the end of the text and after it.
 inline char byteAt(const char* position) {
     return position < gProgramEnd ? *position : '\0';

@@ -68,8 +68,9 @@ class CommandLine(unittest.TestCase):
     def test_help_names_every_option_and_status(self):
         done = self.run_check("--help")
         self.assertEqual(0, done.returncode)
-        for word in (b"--fix", b"--json", b"--help", b"--ids", b"levels/level1/script.txt",
-                     b"0 nothing found", b"1 warnings only", b"2 errors", b"3 a file"):
+        for word in (b"--fix", b"--json", b"--room", b"--help", b"--ids",
+                     b"levels/level1/script.txt", b"0 nothing found", b"1 warnings only",
+                     b"2 errors", b"3 a file"):
             self.assertIn(word, done.stdout)
 
     # Which files ------
@@ -139,6 +140,38 @@ class CommandLine(unittest.TestCase):
         self.assertIn(b"called \"A.ttf\"", self.run_check("game").stdout)
         self.write("game/a.ttf", b"")
         self.assertEqual(0, self.status("game"))
+
+    # --room ------
+
+    def room(self, script):
+        done = self.run_check("--room", self.write("script.txt", script))
+        self.assertEqual((0, b""), (done.returncode, done.stderr))
+        return done.stdout.decode()
+
+    def test_room_counts_what_the_engine_counts(self):
+        self.assertEqual("room: 18 of 9999 bytes, 1 of 100 functions, 0 of 100 globals, "
+                         "calls 1 deep\n", self.room(GOOD))
+        calls = (b"int a, b;\nchar c;\nint f() { g(); }\nint g() { print(1); }\n"
+                 b"int tick() { f(); g(); }\nint main() { g(); }\n")
+        self.assertEqual(f"room: {len(calls)} of 9999 bytes, 4 of 100 functions, "
+                         "3 of 100 globals, calls 3 deep\n", self.room(calls))
+
+    def test_room_does_not_guess_how_deep_a_recursion_goes(self):
+        script = b"int f() { g(); }\r\nint g() { f(); }\r\nint main() { }\r\n"
+        self.assertTrue(self.room(script).endswith(", 0 of 100 globals\n"))
+
+    def test_room_tells_what_does_not_fit(self):
+        self.assertIn("room: 12018 of 9999 bytes, 1 of", self.room(GOOD + b" " * 12000))
+        self.assertIn(" 150 of 100 functions,", self.room(
+            b"".join(b"int f%d() {}\n" % i for i in range(150))))
+
+    def test_room_names_the_scripts_of_a_folder(self):
+        self.write("games/b/script.txt", GOOD)
+        self.assertTrue(self.run_check("--room", "games").stdout.startswith(b"room: "))
+        self.write("games/a/script.txt", GOOD)
+        lines = self.run_check("--room", "games").stdout.splitlines()
+        self.assertTrue(lines[0].startswith(b"games/a/script.txt: room: 18 of"))
+        self.assertTrue(lines[1].startswith(b"games/b/script.txt: room: 18 of"))
 
     # --fix ------
 

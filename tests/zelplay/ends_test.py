@@ -79,8 +79,12 @@ class Hang(Plays):
         line = LEVEL.split("\n").index("int spin() { while (1) { } }") + 1
         run = self.zelplay(self.game, "-", given=b"run 11\nkey tap s\noutput\nrun 10\nrun 10\n")
         self.assertEqual((run.returncode, run.stdout), (3, b'ok\nok\nok "READY\\n\\n t1"\n'))
-        self.assertTrue(run.stderr.startswith(b"-:4: the level hangs: 10 s of processor time"))
-        self.assertIn(f"the script is at levels/level1//script.txt:{line}:", run.stderr.decode())
+        told = run.stderr.decode()
+        place = f"levels/level1//script.txt:{line}:"
+        self.assertTrue(told.startswith(place), told)
+        self.assertIn("spin() has used 2 s of processor time", told)
+        self.assertIn("\n-:4: the level hangs: 10 s of processor time", told)
+        self.assertIn(f"the script is at {place}", told)
 
 
 class Start(Plays):
