@@ -1,4 +1,4 @@
-"""What zelplay does for the kit: the plays of a game, and pictures of it. Neither opens a window."""
+"""What zelplay does for the kit: the plays of a game, and pictures of it. No window opens."""
 
 import os
 import subprocess

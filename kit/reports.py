@@ -19,7 +19,7 @@ HEAD = re.compile(rb"\n?([^\n]{1,80}) in line (\d+)\n")
 END = b"Error buffer long jump"
 MOST_CONTEXT = 21
 
-NOT_FOUND = re.compile(rb"\n?(\w+)\(\) not found!\n")
+NOT_FOUND = re.compile(rb"(\w+)\(\) not found!\n")
 PICTURE_HEAD = (b"\n1Unable to load image ", b"1Unable to load image ")
 PICTURE = re.compile(
     rb"\n?1(Unable to load image ([^\n]*?)! SDL Error: "
@@ -154,16 +154,17 @@ class OutputFilter:
         self.scan(is_late=True)
 
     def close(self):
-        self.scan(is_late=True, is_end=True)
+        while self.pending:
+            self.scan(is_late=True)
         self.reports.close()
 
-    def scan(self, is_late=False, is_end=False):
+    def scan(self, is_late=False):
         self.deadline = None
         while self.pending:
             if not self.line_start and self.pending[:1] != b"\n":
                 self.emit_line()
                 continue
-            wait = self.take_report(is_late, is_end)
+            wait = self.take_report(is_late)
             if wait and not is_late:
                 self.deadline = time.monotonic() + wait
                 return
@@ -187,10 +188,10 @@ class OutputFilter:
             self.line_start = data.endswith(b"\n")
             write_all(1, data)
 
-    def take_report(self, is_late, is_end):
+    def take_report(self, is_late):
         """Takes a report from the start of what is pending: returns None if there was one, 0 if
         there is none, else how long to wait for the rest of what may be one."""
-        wait = self.take_error(is_end)
+        wait = self.take_error()
         if wait == 0:
             wait = self.take_not_found()
         if wait == 0:
@@ -200,14 +201,14 @@ class OutputFilter:
     def take(self, length):
         self.pending = self.pending[length:]
 
-    def take_error(self, is_end):
+    def take_error(self):
         head = HEAD.match(self.pending)
         if not head:
             return 0
         rest = self.pending[head.end():]
         length = rest.find(END)
-        message, line = head[1].decode(errors="replace"), int(head[2])
         if 0 <= length <= MOST_CONTEXT:
+            message, line = head[1].decode(errors="replace"), int(head[2])
             position = self.reports.source.find_error(line, rest[:length])
             self.take(head.end() + length + len(END))
             self.reports.add(message, position, line + 1)
@@ -215,10 +216,6 @@ class OutputFilter:
         starts = range(min(len(rest), MOST_CONTEXT) + 1)
         if not any(END.startswith(rest[start:]) for start in starts):
             return 0
-        if is_end:  # the engine was ended before it had written all of it
-            self.pending = b""
-            self.reports.add(message, None, line + 1)
-            return None
         return REPORT_SECONDS
 
     def take_not_found(self):
