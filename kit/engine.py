@@ -60,6 +60,7 @@ class Engine:
     def __init__(self, loop, game, is_raw=False):
         self.loop = loop
         self.filters = {}  # by the file they read from
+        self.was_asked = False  # to end
         self.was_killed = False
         self.ended = None  # when the end of the process was noticed
         self.reports = Reports(game)
@@ -120,6 +121,7 @@ class Engine:
 
     def stop(self):
         """Asks the game to end, and ends it if it does not. Returns whether it went well."""
+        self.was_asked = True
         self.process.terminate()
         end = time.monotonic() + STOP_SECONDS
         while self.is_running() and time.monotonic() < end and self.loop.asked_to_end < 2:
@@ -141,6 +143,8 @@ class Engine:
         status = self.process.wait()
         if self.was_killed:
             say("the game did not end when it was asked to, and was ended")
+        elif status == -signal.SIGTERM and self.was_asked:
+            return True  # it had not come so far that it could end by itself
         elif status < 0:
             say(f"the game was ended by {signal.Signals(-status).name}")
         elif status > 0:

@@ -12,7 +12,7 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
-from level_player import write_level  # noqa: E402
+from level_folder import write_level  # noqa: E402
 from process import PATIENCE  # noqa: E402
 
 KIT = Path(sys.argv.pop()).resolve()
