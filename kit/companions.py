@@ -78,13 +78,15 @@ def font_file():
     return found
 
 
-def licences():
-    """The licence texts of the engine and the font, by the names they get in a package."""
-    engine = [CHECKOUT / "LICENSE"] if CHECKOUT else \
-        _above("share/doc/zel/LICENSE", "share/doc/zel/copyright")
-    font = [Path("/usr/share/doc") / FONT_PACKAGE / "copyright"]
-    found = {"zel.txt": _first(engine, Path.is_file), "font.txt": _first(font, Path.is_file)}
+def licences(with_font):
+    """The licence texts of the engine and of the font, by the names they get in a package."""
+    texts = {"zel.txt": [CHECKOUT / "LICENSE"] if CHECKOUT else
+             _above("share/doc/zel/LICENSE", "share/doc/zel/copyright")}
+    if with_font:
+        texts["font.txt"] = [Path("/usr/share/doc") / FONT_PACKAGE / "copyright"]
+    found = {name: _first(places, Path.is_file) for name, places in texts.items()}
     for name, path in found.items():
         if not path:
-            raise Complaint(f"the licence for licences/{name} was not found")
+            raise Complaint(f"the licence for licences/{name} is at none of: "
+                            + ", ".join(map(str, texts[name])))
     return found

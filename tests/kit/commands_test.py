@@ -6,7 +6,7 @@ import unittest
 
 from kit import GOOD, KIT, KitTest
 
-COMMANDS = ["play", "watch", "new", "check", "test", "shot"]
+COMMANDS = ["play", "watch", "new", "check", "test", "shot", "pack"]
 
 
 class Help(KitTest):
