@@ -6,6 +6,7 @@ ZELKIT_BIN names a folder of programs that counts more than all of these.
 """
 
 import os
+import re
 import shutil
 from pathlib import Path
 
@@ -79,11 +80,15 @@ def font_file():
 
 
 def licences(with_font):
-    """The licence texts of the engine and of the font, by the names they get in a package."""
+    """The licence texts of the engine and of the font, by the names they get in a package. Debian's
+    text of the font may name one that is common to many packages."""
     texts = {"zel.txt": [CHECKOUT / "LICENSE"] if CHECKOUT else
              _above("share/doc/zel/LICENSE", "share/doc/zel/copyright")}
     if with_font:
-        texts["font.txt"] = [Path("/usr/share/doc") / FONT_PACKAGE / "copyright"]
+        font = Path("/usr/share/doc") / FONT_PACKAGE / "copyright"
+        texts["font.txt"] = [font]
+        for name in re.findall(r"(/usr/share/common-licenses/[\w.-]*\w)", font.read_text()):
+            texts[f"{Path(name).name}.txt"] = [Path(name)]
     found = {name: _first(places, Path.is_file) for name, places in texts.items()}
     for name, path in found.items():
         if not path:

@@ -10,7 +10,7 @@ import platform
 import tarfile
 from pathlib import Path
 
-from companions import FONT_NAME, Complaint, licences, program
+from companions import FONT_NAME, FONT_PACKAGE, Complaint, licences, program
 from game import FONT, shown
 
 # What a maker needs and a player does not.
@@ -32,6 +32,11 @@ if [ -n "$missing" ]; then
     exit 1
 fi
 ZEL_TICKS=main exec ../zel
+"""
+
+FONT_SOURCE = f"""\
+game/{FONT} is {FONT_NAME} of the Debian and Ubuntu package {FONT_PACKAGE}, unchanged.
+Its source: apt-get source {FONT_PACKAGE}
 """
 
 
@@ -73,14 +78,19 @@ def pack(game, version, file):
         def add(path, name):
             archive.add(path, f"{root}/{name}", recursive=False, filter=anonymous)
 
-        play = tarfile.TarInfo(f"{root}/play")
-        content = PLAY.format(name=game.name).encode()
-        play.size, play.mode = len(content), 0o755
-        play.mtime = int(game.script.stat().st_mtime)
-        archive.addfile(anonymous(play), io.BytesIO(content))
+        def write(text, name, mode):
+            entry = tarfile.TarInfo(f"{root}/{name}")
+            entry.size, entry.mode = len(text.encode()), mode
+            entry.mtime = int(game.script.stat().st_mtime)
+            archive.addfile(anonymous(entry), io.BytesIO(text.encode()))
+
+        write(PLAY.format(name=game.name), "play", 0o755)
         add(program("zel"), "zel")
         for path, name in game_files(game.stage.resolve()):
             add(path, f"game/{name}")
-        for name, path in licences((game.stage / FONT).resolve().name == FONT_NAME).items():
+        has_our_font = (game.stage / FONT).resolve().name == FONT_NAME
+        for name, path in licences(has_our_font).items():
             add(path, f"licences/{name}")
+        if has_our_font:
+            write(FONT_SOURCE, "licences/font-source.txt", 0o644)
     return target

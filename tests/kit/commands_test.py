@@ -18,7 +18,7 @@ class Help(KitTest):
             self.assertIn("Exit status: 0", out)
 
     def test_wrong_use_is_status_2(self):
-        for words in ("", "jump", "play", "play game --fast", "shot game --at soon"):
+        for words in ("", "jump", "play", "play game --fast", "play game other", "shot game --at soon"):
             self.assertEqual(self.kit(*words.split())[0], 2)
 
 
@@ -178,7 +178,7 @@ class Shot(KitTest):
         self.assertTrue((self.folder / "game.png").read_bytes().startswith(b"\x89PNG"))
 
     def test_the_file_may_have_a_blank(self):
-        self.assertEqual(self.kit("shot", "game", "a b.png", "--at", "0")[0], 0)
+        self.assertEqual(self.kit("shot", "game", "--at", "0", "a b.png")[0], 0)
         self.assertTrue((self.folder / "a b.png").is_file())
 
     def test_other_kinds_of_pictures_are_refused(self):

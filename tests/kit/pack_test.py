@@ -2,6 +2,7 @@
 
 import os
 import platform
+import re
 import subprocess
 import tarfile
 import unittest
@@ -53,7 +54,10 @@ class Pack(KitTest):
         self.assertFalse(font.is_symlink())
         self.assertEqual(font.read_bytes(), (self.game / "arial.ttf").read_bytes())
         self.assertIn("Permission is hereby granted", (folder / "licences/zel.txt").read_text())
-        self.assertIn("Open Font License", (folder / "licences/font.txt").read_text())
+        licence = (folder / "licences/font.txt").read_text()
+        self.assertIn("LIBERATION", licence.upper())
+        for common in re.findall(r"common-licenses/([\w-]+)", licence):
+            self.assertTrue((folder / f"licences/{common}.txt").is_file(), common)
 
     def test_what_is_the_makers_own_is_left_out(self):
         (self.game / "plays").mkdir()
