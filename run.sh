@@ -1,20 +1,21 @@
 #!/usr/bin/env bash
-# Builds the engine and plays a game of games/. See --help.
+# Installs what is missing, builds the engine and hands on to kit/zelkit. See --help.
 set -euo pipefail
+gUserFolder="$PWD"  # where paths in arguments and messages start
 cd "$(dirname "${BASH_SOURCE[0]}")"
+gProject="$PWD"
 source tools/shell.sh
 source tools/packages.sh
 source tools/virtual_display.sh
 
 kPlaySeconds=5  # how long a game is played where nobody can see it
-kQuitSeconds=60 # how long it may take to quit, on a busy machine, before it is ended
 kScreenshot=build/screenshot.png
 
 gGame=""
-gNewGame=""  # the name of the game to make, with --new
-gTests=false # play the game's plays in place of the game
-gForce=false # start the game whatever the checker finds
-gGamePid=""  # of the game that playUnseen started; empty while there is none
+gNewGame=""     # the name of the game to make, with --new
+gTests=false    # play the game's plays in place of the game
+gPlayOptions=() # for zelkit play
+gGamePid=""     # of the zelkit that playUnseen started; empty while there is none
 
 showHelp() {
     cat <<'HELP'
@@ -22,9 +23,10 @@ Usage: ./run.sh [--force] [GAME]
        ./run.sh --new NAME
        ./run.sh --test [GAME]
 
-Installs the packages that are missing, builds the engine and plays games/GAME
-(without GAME: the show game). Where there is no display, the game is played
-for 5 seconds in a virtual one and a picture of its window is saved.
+Installs the packages that are missing, builds the engine and plays GAME: the name
+of a game in games/, or the folder of any other (without GAME: the show game). Where
+there is no display, the game is played for 5 seconds in a virtual one and a picture
+of its window is saved.
 
 The game's script is checked first; errors found there are shown and keep it from
 starting.
@@ -35,30 +37,11 @@ starting.
                  how each went; the status is 1 if one failed
     --help       shows this text
 
+All of this is done by kit/zelkit, which can do more: kit/zelkit --help.
+
 ZEL_TICKS=main is set for the game unless you have set ZEL_TICKS yourself: timers
 then run on the same thread as keys and drawing. The README tells more.
 HELP
-    echo
-    listGames
-}
-
-# Games --------------------------------------------------------------------------------------------
-
-isGame() {
-    [[ "$1" != */* && -f "games/$1/levels/level1/script.txt" ]]
-}
-
-listGames() {
-    local folder
-    echo "Games:"
-    for folder in games/*/; do
-        folder="$(basename "$folder")"
-        if isGame "$folder"; then echo "    $folder"; fi
-    done
-}
-
-defaultGame() {
-    if isGame peons; then echo peons; else echo hello; fi
 }
 
 # Steps --------------------------------------------------------------------------------------------
@@ -77,7 +60,7 @@ readArguments() {
                 showHelp
                 exit 0
                 ;;
-            --force) gForce=true ;;
+            --force) gPlayOptions+=(--force) ;;
             --test) gTests=true ;;
             --new)
                 if (($# < 2)); then refuse "--new wants the name of the new game"; fi
@@ -93,26 +76,7 @@ readArguments() {
         shift
     done
     if [[ -n "$gNewGame" && -n "$gGame" ]]; then refuse "--new plays the game that it makes"; fi
-    gGame="${gNewGame:-${gGame:-$(defaultGame)}}"
-}
-
-# With --new: copies the template.
-makeNewGame() {
-    if [[ -z "$gNewGame" ]]; then return; fi
-    if [[ ! "$gNewGame" =~ ^[A-Za-z0-9_-]+$ ]]; then
-        refuse "a game's name has letters, digits, \"-\" and \"_\" only: $gNewGame"
-    fi
-    if [[ -e "games/$gNewGame" ]]; then refuse "games/$gNewGame is there already"; fi
-    cp -r games/template "games/$gNewGame"
-    rm -f "games/$gNewGame/arial.ttf"
-    echo "Made games/$gNewGame: its script is games/$gNewGame/levels/level1/script.txt"
-}
-
-requireGame() {
-    if isGame "$gGame"; then return; fi
-    echo "run.sh: there is no game \"$gGame\"" >&2
-    listGames >&2
-    exit 2
+    gGame="${gNewGame:-${gGame:-peons}}"
 }
 
 hasDisplay() {
@@ -134,31 +98,25 @@ buildEngine() {
     quietly "building" cmake --build build --target zel zelcheck zelplay
 }
 
-# Shows what the checker finds; errors (status 2 and above) stop here, unless --force.
-checkGame() {
-    local status=0
-    (cd "games/$gGame" && ../../build/zelcheck) || status=$?
-    if ((status < 2)) || $gForce; then return; fi
-    echo "run.sh: \"$gGame\" was not started; ./run.sh --force $gGame starts it all the same" >&2
-    return "$status"
+# With --new: the game is made in games/, wherever the user is.
+makeNewGame() {
+    if [[ -n "$gNewGame" ]]; then kit/zelkit new "games/$gNewGame"; fi
 }
 
-# The game finds its level, its pictures and its font in its working directory. Its standard input
-# is run.sh's own, for scripts that read keys from the terminal.
-startGame() {
-    cd "games/$gGame"
-    exec ../../build/zel
+# zelkit COMMAND...: from where the user is. The standard input of a game is run.sh's own, for
+# scripts that read keys from the terminal.
+zelkit() {
+    cd "$gUserFolder"
+    exec "$gProject/kit/zelkit" "$@"
 }
 
 # Play ---------------------------------------------------------------------------------------------
 
-# Asks the game to quit, and ends it if it does not.
+# zelkit ends the game if it does not end by itself.
 stopGame() {
     if [[ -z "$gGamePid" ]]; then return; fi
     kill -TERM "$gGamePid" 2>/dev/null || true
-    local end=$((SECONDS + kQuitSeconds))
-    while ((SECONDS < end)) && kill -0 "$gGamePid" 2>/dev/null; do sleep 0.1; done
-    kill -KILL "$gGamePid" 2>/dev/null || true
+    wait "$gGamePid" 2>/dev/null || true
     gGamePid=""
 }
 
@@ -184,7 +142,7 @@ playUnseen() {
     trap 'exit 130' INT
     trap 'exit 143' TERM HUP
     startVirtualDisplay
-    startGame &
+    zelkit play "${gPlayOptions[@]}" "$gGame" &
     gGamePid=$!
     if watchGame; then
         saveScreen "$kScreenshot"
@@ -199,42 +157,14 @@ playUnseen() {
     return "$status"
 }
 
-play() {
-    export ZEL_TICKS="${ZEL_TICKS-main}"
-    if hasDisplay; then startGame; else playUnseen; fi
-}
-
-# Plays --------------------------------------------------------------------------------------------
-
-# Plays one play and says in a line how it went, and below that why it failed.
-playPlay() {
-    local name complaints
-    name="$(basename "$1" .play)"
-    if complaints="$(build/zelplay "games/$gGame" "$1" 2>&1 >/dev/null)"; then
-        printf '%-20s ok\n' "$name"
-    else
-        printf '%-20s failed\n%s\n' "$name" "$complaints"
-        return 1
-    fi
-}
-
-playAllPlays() {
-    local play status=0
-    if ! compgen -G "games/$gGame/plays/*.play" >/dev/null; then
-        refuse "\"$gGame\" has no plays in games/$gGame/plays; docs/play.md tells what they are"
-    fi
-    for play in "games/$gGame/plays/"*.play; do playPlay "$play" || status=1; done
-    return "$status"
-}
-
 readArguments "$@"
-makeNewGame
-requireGame
 installPackages
 buildEngine
+makeNewGame
 if $gTests; then
-    playAllPlays
+    zelkit test "$gGame"
+elif hasDisplay; then
+    zelkit play "${gPlayOptions[@]}" "$gGame"
 else
-    checkGame
-    play
+    playUnseen
 fi

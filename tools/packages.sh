@@ -6,11 +6,13 @@
 # shellcheck disable=SC2034  # the lists are read by the scripts that source this
 
 # What building and playing need. The last three are the OpenGL ES that the renderer draws with;
-# SDL opens them by name at run time, so no other package pulls them in.
+# SDL opens them by name at run time, so no other package pulls them in. zelkit runs with the
+# python3 of these packages, whichever comes first on PATH: modules belong to one interpreter.
 kRunPackages=(
     g++ cmake ninja-build pkg-config
     libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev
     fonts-liberation
+    python3 python3-watchdog
     libgles2 libegl1 libgl1-mesa-dri
 )
 

@@ -1,0 +1,191 @@
+"""zelkit play: what reaches the terminal, and how a game ends."""
+
+import os
+import shutil
+import signal
+import subprocess
+import unittest
+
+from kit import KIT, KitTest
+
+NO_DISPLAY = {"SDL_VIDEODRIVER": "", "DISPLAY": "", "WAYLAND_DISPLAY": ""}
+PLACE = "game/levels/level1/script.txt"
+
+# A timer whose function fails each time, until another ends the game.
+FAULTY = """int x, n;
+int main()
+{
+    x = 0;
+    createtimer(0, 100, "faulty");
+    createtimer(0, 100, "count");
+}
+int faulty() { n = n + 1; print(" at "); if (n > 0) { x = 1 / x; } }
+int count() { if (n == 13) { end; } }
+"""
+
+
+class Output(KitTest):
+    def play(self, script, *options, **more):
+        self.write(script)
+        return self.kit("play", "game", "--force", *options, **more)
+
+    def test_the_scripts_own_output_stays_as_it_is(self):
+        script = 'int main()\n{\n    puts("one");\n    print("two");\n    print(3);\n' \
+                 '    puts("");\n    print("x in line 4");\n    end;\n}\n'
+        status, out, err = self.play(script)
+        self.assertEqual((status, out), (0, "one\n\ntwo3\n\nx in line 4"))
+        self.assertNotIn("error", err)
+
+    def test_output_that_looks_like_the_head_of_a_report_comes_through(self):
+        script = 'int main()\n{\n    puts("wait in line 3");\n    puts("next");\n    end;\n}\n'
+        self.assertEqual(self.play(script)[1], "wait in line 3\nnext\n")
+
+    def test_an_error_has_file_line_column_and_caret(self):
+        _, out, err = self.play(
+            'int x;\nint main()\n{\n    createtimer(1, 100, "t");\n    puts("A");\n'
+            '    if (x == 0) { puts(x); }\n    puts("B");\n}\nint t() { end; }\n')
+        self.assertEqual(out, "A\n")
+        report = err[err.index("zelkit: playing"):].splitlines()[1:]
+        self.assertEqual(report[0], PLACE + ":6:25: error: Waiting closing '\"'")
+        self.assertEqual(report[1], "        if (x == 0) { puts(x); }")
+        self.assertEqual(report[2].index("^") - 4, 25 - 1)
+
+    def test_a_game_with_errors_is_status_1(self):
+        self.assertEqual(self.play(FAULTY)[0], 1)
+
+    def test_repeated_reports_are_counted(self):
+        _, out, err = self.play(FAULTY)
+        self.assertEqual(out, "\n at " * 13)
+        err = err[err.index("zelkit: playing"):]
+        self.assertEqual(err.count("\n    int faulty()"), 1)
+        column = FAULTY.splitlines()[7].index("1 / x;") + len("1 / x;")
+        head = f"{PLACE}:8:{column}: error: X/0 Delenie na NULL"
+        self.assertIn(f"\n{head}\n", err)
+        self.assertIn(f"\n{head} (10 times so far)\n", err)
+        self.assertTrue(err.endswith(f"\n{head} (13 times)\n"), err)
+
+    def test_a_missing_picture_is_one_report_at_its_name(self):
+        script = 'int main()\n{\n    loadimage("none.bmp");\n    puts("A");\n    end;\n}\n'
+        status, out, err = self.play(script)
+        self.assertEqual((status, out), (1, "A\n"))
+        self.assertIn(PLACE + ":3:15: error: Unable to load image levels/level1/none.bmp!", err)
+        self.assertNotIn("Cant load image", err)
+
+    def test_a_call_back_that_is_not_there_is_shown_where_it_is_named(self):
+        script = 'int main()\n{\n    puts("A");\n    createtimer(0, 100, "tock");\n}\n'
+        status, out, err = self.play(script)
+        self.assertEqual((status, out), (1, "A\n"))
+        self.assertIn(PLACE + ":4:25: error: tock() not found!", err)
+        self.assertIn("the game ended with status 1", err)
+
+    def test_raw_shows_the_engines_bytes(self):
+        script = 'int x;\nint main()\n{\n    createtimer(1, 100, "t");\n    puts(x);\n}\n' \
+                 'int t() { end; }\n'
+        _, out, _ = self.play(script, "--raw")
+        report = "\nWaiting closing '\"' in line 4\n\n    puts(x)Error buffer long jump"
+        self.assertEqual(out, report)
+
+    def test_a_prompt_appears_before_the_key_that_it_asks_for(self):
+        self.write('int c;\nint main()\n{\n    print("key? ");\n    c = getche();\n    print(c);\n'
+                   '    end;\n}\n')
+        run = self.begin("play", "game", stdin=subprocess.PIPE)
+        run.wait_for("out", "key? ")
+        run.process.stdin.write(b"A")
+        run.process.stdin.flush()
+        self.assertEqual(run.end()[:2], (0, "\nkey? 65"))
+        run.process.stdin.close()
+
+
+class Start(KitTest):
+    def test_errors_keep_a_game_from_starting(self):
+        self.write("int main()\n{\n    x = 1;\n}\n")
+        status, out, err = self.kit("play", "game")
+        self.assertEqual((status, out), (1, ""))
+        self.assertIn(PLACE + ":3:5: error: ", err)
+        self.assertIn("game was not started", err)
+
+    def test_bare_line_feeds_are_rewritten_and_the_game_plays(self):
+        self.write('int main()\n{\n    puts("READY");\n    end;\n}\n', line_end="\n")
+        status, out, err = self.kit("play", "game")
+        self.assertEqual((status, out), (0, "READY\n"))
+        self.assertIn("5 line ends rewritten", err)
+
+    def test_without_a_display_it_says_so(self):
+        status, _, err = self.kit("play", "game", environment=NO_DISPLAY)
+        self.assertEqual(status, 2)
+        self.assertIn("there is no display here", err)
+
+    def test_a_game_that_cannot_start_is_status_1(self):
+        status, _, err = self.kit("play", "game", environment={"SDL_VIDEODRIVER": "nothing"})
+        self.assertEqual(status, 1)
+        self.assertIn("the game could not start", err)
+
+    def test_ticks_run_on_the_main_thread_unless_the_user_says_otherwise(self):
+        self.write('int main()\n{\n    createtimer(1, 1000, "t");\n}\nint t() { end; }\n')
+        self.assertNotIn("ZEL_TICKS", self.kit("play", "game")[2])
+        told = self.kit("play", "game", environment={"ZEL_TICKS": "other"})[2]
+        self.assertIn("ZEL_TICKS=other", told)
+
+    def test_a_game_that_nobody_may_write_plays_for_two_at_once_without_a_font(self):
+        (self.game / "arial.ttf").unlink()
+        for name in ("zel", "zelcheck"):
+            shutil.copy(f"{os.environ['ZELKIT_BIN']}/{name}", self.folder)
+        shutil.copytree(KIT, self.folder / "kit")
+        self.command = lambda *words: [str(self.folder / "kit" / "zelkit"), *words]
+        options = {"env": {**os.environ, "ZELKIT_BIN": str(self.folder)}}
+        os.chmod(self.folder, 0o755)
+        os.chmod(self.game, 0o555)
+        if os.geteuid() == 0:  # root may write everywhere
+            options.update(user=65534, group=65534, extra_groups=[])
+        runs = [self.begin("play", "game", **options) for _ in range(2)]
+        for run in runs:
+            run.wait_for("out", "READY")
+        for run in runs:
+            run.interrupt(signal.SIGINT)
+        os.chmod(self.game, 0o755)
+        self.assertFalse((self.game / "arial.ttf").exists())
+
+
+class End(KitTest):
+    """Ctrl-C once is enough. The game has a second to end by itself, then it is ended."""
+
+    def test_a_game_ends_by_itself_when_it_is_asked_to(self):
+        for _ in range(10):  # a busy machine may need more than that second
+            run = self.begin("play", "game")
+            run.wait_for("out", "READY")
+            status, _, err = run.interrupt(signal.SIGINT)
+            if status == 0:
+                break
+        self.assertEqual((status, err), (0, "zelkit: playing game\n"))
+
+    def check_endless(self, script):
+        self.write(script)
+        run = self.begin("play", "game", "--force")
+        run.wait_for("out", "SPIN")
+        status, _, err = run.interrupt(signal.SIGINT)
+        self.assertEqual(status, 1)
+        self.assertIn("did not end when it was asked to", err)
+
+    def test_an_endless_loop_in_main_is_ended(self):
+        self.check_endless('int main()\n{\n    puts("SPIN");\n    while (1) { }\n}\n')
+
+    def test_an_endless_loop_in_a_timer_function_is_ended(self):
+        self.check_endless('int main()\n{\n    createtimer(1, 100, "t");\n}\n'
+                           'int t() { puts("SPIN"); while (1) { } }\n')
+
+    def test_a_game_that_waits_for_a_key_is_ended(self):
+        self.write('int main()\n{\n    puts("SPIN");\n    getche();\n}\n')
+        run = self.begin("play", "game", stdin=subprocess.PIPE)
+        run.wait_for("out", "SPIN")
+        run.interrupt(signal.SIGINT)
+        run.process.stdin.close()
+
+    def test_a_crash_is_named(self):
+        self.write("int x;\nint main()\n{\n    if (x == 0) { x = 1 % x; }\n}\n")
+        status, _, err = self.kit("play", "game", "--force")
+        self.assertEqual(status, 1)
+        self.assertIn("the game was ended by SIGFPE", err)
+
+
+if __name__ == "__main__":
+    unittest.main()
