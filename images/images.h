@@ -86,11 +86,6 @@ inline const SDL_Rect& getRect(const Image& image) {
 
 // Loading -----------------------------------------------------------------------------------------
 
-// Loads a picture file into a texture of gRenderer. On failure prints "\n1Unable to load image ",
-// the path, "! SDL Error: " and SDL's reason, and returns null; after closeEngine always. Main
-// thread; on another one, while the engine closes, it fails without a word.
-SDL_Texture* loadTexture(const std::string& path);
-
 // Loads a picture into a new entry of gImages and returns its identifier. A picture that cannot be
 // loaded is reported and takes its identifier all the same. Any thread; waits for the main thread.
 int32_t loadImageFile(const char* path);
