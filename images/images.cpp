@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <set>
 
 #include "app/base/input.h"
 #include "app/base/main_thread.h"
@@ -140,6 +141,9 @@ bool loadListedTextures() {
 // Shutdown ----------------------------------------------------------------------------------------
 
 void closeImages() {
-    for (const Image& image : gImages)
+    std::set<SDL_Texture*> destroyed;  // several images may share one
+    for (const Image& image : gImages) {
+        if (image.texture != nullptr && !destroyed.insert(image.texture).second) continue;
         SDL_DestroyTexture(image.texture);
+    }
 }

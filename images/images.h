@@ -1,8 +1,9 @@
 // Images: pictures in window rectangles, and the registries that hold them.
 //
 // Scripts know an image by its index in gImages; entries are never removed, so an identifier stays
-// good for the whole run. Positions and sizes are window pixels, origin top left. Textures belong
-// to gRenderer and are made on the main thread whichever thread asks (app/base/main_thread.h).
+// good for the whole run. Positions and sizes are window pixels, origin top left. Images of one
+// file share a texture (images/textures.h), which is made on the main thread whichever thread asks
+// (app/base/main_thread.h).
 #pragma once
 
 #include <SDL.h>
@@ -18,7 +19,7 @@ struct Image {
     int32_t spare = 0;
     bool visible = false;            // drawn only when true
     std::string path;                // the file it came from
-    SDL_Texture* texture = nullptr;  // null if loading failed; belongs to the renderer
+    SDL_Texture* texture = nullptr;  // null if loading failed; others may share it
 };
 
 // The images of the script, by identifier, from 0 on in order of loading. Only grows, and only on
@@ -112,5 +113,6 @@ bool loadListedTextures();
 
 // Shutdown ----------------------------------------------------------------------------------------
 
-// Destroys the textures of gImages. Main thread, before the renderer goes.
+// Destroys the textures of gImages, each once, in order of the images. Main thread, before the
+// renderer goes.
 void closeImages();

@@ -1,12 +1,57 @@
 #include "images/textures.h"
 
 #include <SDL_image.h>
+#include <sys/stat.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 
 #include "app/base/main_thread.h"
 #include "app/base/window.h"
+
+// Sharing -----------------------------------------------------------------------------------------
+
+// What a file was when its picture was loaded. Two equal versions have the same contents: whoever
+// writes a file or changes what may be done with it changes the time too, and cannot set it back.
+struct FileVersion {
+    dev_t device;
+    ino_t inode;
+    off_t size;
+    timespec changed;
+};
+
+struct SharedTexture {
+    FileVersion file;
+    SDL_Texture* texture;
+};
+
+// The newest texture of each file loaded, by its path. The images and units that show an older one
+// keep it. Nothing is looked up here after the close.
+static std::map<std::string, SharedTexture> gSharedTextures;
+
+static bool isSameVersion(const FileVersion& a, const FileVersion& b) {
+    return a.device == b.device && a.inode == b.inode && a.size == b.size &&
+           a.changed.tv_sec == b.changed.tv_sec && a.changed.tv_nsec == b.changed.tv_nsec;
+}
+
+// Returns false, and nothing is shared, for what is no regular file: a pipe tells something else
+// each time it is read.
+static bool readVersion(const char* path, FileVersion& file) {
+    struct stat status;
+    if (stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    file = {status.st_dev, status.st_ino, status.st_size, status.st_ctim};
+    return true;
+}
+
+static SDL_Texture* findShared(const std::string& path, const FileVersion& file) {
+    const auto shared = gSharedTextures.find(path);
+    const bool isShared =
+        shared != gSharedTextures.end() && isSameVersion(shared->second.file, file);
+    return isShared ? shared->second.texture : nullptr;
+}
+
+// Loading -----------------------------------------------------------------------------------------
 
 // Little-endian, as the numbers of a BMP file are.
 static int64_t numberAt(const unsigned char* bytes, int size) {
@@ -44,13 +89,26 @@ static bool fitsATexture(const char* path) {
     return false;
 }
 
-static SDL_Texture* loadIfPossible(const char* path) {
-    if (gEngineClosed) {
-        SDL_SetError("the engine is closed");
-        return nullptr;
-    }
-    if (!fitsATexture(path)) return nullptr;
-    return IMG_LoadTexture(gRenderer, path);
+static SDL_Texture* loadFile(const char* path) {
+    return fitsATexture(path) ? IMG_LoadTexture(gRenderer, path) : nullptr;
+}
+
+// The version is read before the picture: a file that changes meanwhile is loaded anew next time.
+// What has failed is not kept: the file may come.
+static SDL_Texture* loadOrShare(const std::string& path) {
+    FileVersion file;
+    if (!readVersion(path.c_str(), file)) return loadFile(path.c_str());
+    SDL_Texture* texture = findShared(path, file);
+    if (texture != nullptr) return texture;
+    texture = loadFile(path.c_str());
+    if (texture != nullptr) gSharedTextures[path] = {file, texture};
+    return texture;
+}
+
+static SDL_Texture* loadIfPossible(const std::string& path) {
+    if (!gEngineClosed) return loadOrShare(path);
+    SDL_SetError("the engine is closed");
+    return nullptr;
 }
 
 bool loadIsGivenUp() {
@@ -58,7 +116,7 @@ bool loadIsGivenUp() {
 }
 
 SDL_Texture* loadTexture(const std::string& path) {
-    SDL_Texture* texture = loadIfPossible(path.c_str());
+    SDL_Texture* texture = loadIfPossible(path);
     if (texture == nullptr && !loadIsGivenUp()) {
         std::printf("\n1Unable to load image %s! SDL Error: %s", path.c_str(), SDL_GetError());
     }

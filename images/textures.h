@@ -1,14 +1,17 @@
 // Textures of picture files.
 //
-// Textures belong to gRenderer, and SDL wants them made and destroyed on the main thread.
+// A file that is loaded again gives the same texture as long as it is the same file, unchanged: a
+// level can have a hundred bricks of one picture, and the renderer draws them together. Textures
+// belong to gRenderer and are made and destroyed on the main thread. They live until the close:
+// the images and units that show them are never removed.
 #pragma once
 
 #include <SDL.h>
 
 #include <string>
 
-// Loads a picture file into a texture of gRenderer. On failure prints "\n1Unable to load image ",
-// the path, "! SDL Error: " and SDL's reason, and returns null; after closeEngine always. Main
+// The texture of a picture file, loaded now or before. On failure prints "\n1Unable to load image
+// ", the path, "! SDL Error: " and SDL's reason, and returns null; after closeEngine always. Main
 // thread; on another one, while the engine closes, it fails without a word.
 SDL_Texture* loadTexture(const std::string& path);
 
