@@ -3,6 +3,7 @@
 // Each frame ends in a read of one pixel: it waits for the drawing, which a driver without a screen
 // would drop otherwise. The two kinds of frames take turns, and the least of each counts: the
 // processor time of the whole process, as a software renderer draws on threads of its own.
+#include <SDL_image.h>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -17,6 +18,7 @@
 #include "images/images.h"
 #include "texts/fonts.h"
 #include "texts/game_texts.h"
+#include "units/units.h"
 
 static void finishFrame() {
     const SDL_Rect corner = {0, 0, 1, 1};
@@ -75,7 +77,8 @@ static SDL_Rect scatteredRect(int32_t i) {
 
 // Images ------------------------------------------------------------------------------------------
 
-// What the bare calls draw: the same textures at the same rectangles, in the same order.
+// What the bare calls draw: the same pictures at the same rectangles, in the same order, from
+// textures of their own.
 struct BareImage {
     SDL_Texture* texture;
     SDL_Rect rect;
@@ -83,25 +86,19 @@ struct BareImage {
 static std::vector<BareImage> gBareImages;
 
 static const char kPicture[] = "SysPics/select.bmp";
+static const char kUnitPicture[] = "levels/level1/img/peon.bmp";
 
-// Each image has a texture of its own, as in a level.
-static void requireImages(int64_t count) {
-    requireEngine();
-    for (int32_t i = 0; i < count; i++) {
-        Image image = makeImage(kPicture);
-        image.rect = scatteredRect(i);
-        setVisible(image, true);
-        gImages.push_back(image);
-        gBareImages.push_back({image.texture, image.rect});
-    }
+static SDL_Texture* addBareImage(const char* path, const SDL_Rect& rect) {
+    SDL_Texture* texture = IMG_LoadTexture(gRenderer, path);
+    require(texture != nullptr, "a picture does not load");
+    gBareImages.push_back({texture, rect});
+    return texture;
 }
 
-// Behind a measurement, as releaseTexts: its textures must not weigh on the next.
-static void releaseImages() {
-    for (const Image& image : gImages)
-        SDL_DestroyTexture(image.texture);
-    gImages.clear();
-    gBareImages.clear();
+static void addImage(Image image, const SDL_Rect& rect) {
+    image.rect = rect;
+    setVisible(image, true);
+    gImages.push_back(image);
 }
 
 static void drawBareImages() {
@@ -110,10 +107,56 @@ static void drawBareImages() {
         SDL_RenderCopy(gRenderer, image.texture, nullptr, &image.rect);
 }
 
-static void images(benchmark::State& state) {
-    requireImages(state.range(0));
+// After a measurement, as releaseTexts: its textures must not weigh on the next. The engine's own
+// textures stay, for loads to come.
+static void compareAndRelease(benchmark::State& state) {
     compareFrames(state, drawBareImages);
-    releaseImages();
+    gImages.clear();
+    gUnits.clear();
+    for (const BareImage& image : gBareImages)
+        SDL_DestroyTexture(image.texture);
+    gBareImages.clear();
+}
+
+// Images that are given the textures of the bare calls: what the engine adds to them.
+static void images(benchmark::State& state) {
+    requireEngine();
+    for (int32_t i = 0; i < state.range(0); i++) {
+        Image image;
+        setTexture(image, addBareImage(kPicture, scatteredRect(i)));
+        addImage(image, scatteredRect(i));
+    }
+    compareAndRelease(state);
+}
+
+// One picture loaded again and again, as a level does it.
+static void copies(benchmark::State& state) {
+    requireEngine();
+    for (int32_t i = 0; i < state.range(0); i++) {
+        addBareImage(kPicture, scatteredRect(i));
+        addImage(makeImage(kPicture), scatteredRect(i));
+    }
+    compareAndRelease(state);
+}
+
+static void units(benchmark::State& state) {
+    requireEngine();
+    for (int32_t i = 0; i < state.range(0); i++) {
+        const SDL_Rect rect = scatteredRect(i);
+        addBareImage(kUnitPicture, rect);
+        createUnit(0, rect.x, rect.y);
+    }
+    compareAndRelease(state);
+}
+
+// One load more of a picture that is there.
+static void loadAgain(benchmark::State& state) {
+    requireEngine();
+    loadImageFile(kPicture);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(loadImageFile(kPicture));
+    }
+    gImages.clear();
 }
 
 // Texts -------------------------------------------------------------------------------------------
@@ -171,6 +214,9 @@ static void texts(benchmark::State& state) {
 }
 
 BENCHMARK(images)->Arg(100)->Arg(1000)->Arg(5000)->Iterations(60);
+BENCHMARK(copies)->Arg(1000)->Arg(5000)->Iterations(60);
+BENCHMARK(units)->Arg(1000)->Arg(5000)->Iterations(60);
+BENCHMARK(loadAgain)->Iterations(1000);
 BENCHMARK(texts)->Arg(10)->Arg(100)->Arg(1000)->Iterations(60);
 
 BENCHMARK_MAIN();

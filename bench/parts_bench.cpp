@@ -178,6 +178,22 @@ static void tickFiringTimers(benchmark::State& state) {
     tickTimers(state, 0);
 }
 
+// Timers of a second each that began one after the other: a thousandth of them fires at every tick.
+static void tickTimersInTurn(benchmark::State& state) {
+    constexpr int32_t kSecond = 10000;
+    loadLevelText(kText);
+    gTimers.clear();
+    const int32_t first = gNextTimerId;
+    for (int32_t i = 0; i < state.range(0); i++) {
+        createTimer(false, kSecond, "nothing");
+        findOrCreateTimer(first + i).counter = static_cast<uint32_t>(i % 1000 * 10);
+    }
+    for (auto _ : state) {
+        stepAllTimers(1, nullptr);
+    }
+    gTimers.clear();
+}
+
 // Units without a picture: the tick does not look at it.
 static void fillUnits(int64_t count) {
     if (gUnitTypes.empty()) loadUnitTypes();
@@ -210,6 +226,7 @@ static void tickOrderedUnits(benchmark::State& state) {
 
 BENCHMARK(tickIdleTimers)->Arg(0)->Arg(10)->Arg(1000)->Arg(10000);
 BENCHMARK(tickFiringTimers)->Arg(0)->Arg(10)->Arg(1000)->Arg(10000);
+BENCHMARK(tickTimersInTurn)->Arg(10000);
 BENCHMARK(tickIdleUnits)->Arg(10000);
 BENCHMARK(tickOrderedUnits)->Arg(10000);
 

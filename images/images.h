@@ -1,8 +1,9 @@
 // Images: pictures in window rectangles, and the registries that hold them.
 //
 // Scripts know an image by its index in gImages; entries are never removed, so an identifier stays
-// good for the whole run. Positions and sizes are window pixels, origin top left. Textures belong
-// to gRenderer and are made on the main thread whichever thread asks (app/base/main_thread.h).
+// good for the whole run. Positions and sizes are window pixels, origin top left. Images of one
+// file share a texture (images/textures.h), which is made on the main thread whichever thread asks
+// (app/base/main_thread.h).
 #pragma once
 
 #include <SDL.h>
@@ -18,7 +19,7 @@ struct Image {
     int32_t spare = 0;
     bool visible = false;            // drawn only when true
     std::string path;                // the file it came from
-    SDL_Texture* texture = nullptr;  // null if loading failed; belongs to the renderer
+    SDL_Texture* texture = nullptr;  // null if loading failed; others may share it
 };
 
 // The images of the script, by identifier, from 0 on in order of loading. Only grows, and only on
@@ -86,11 +87,6 @@ inline const SDL_Rect& getRect(const Image& image) {
 
 // Loading -----------------------------------------------------------------------------------------
 
-// Loads a picture file into a texture of gRenderer. On failure prints "\n1Unable to load image ",
-// the path, "! SDL Error: " and SDL's reason, and returns null; after closeEngine always. Main
-// thread; on another one, while the engine closes, it fails without a word.
-SDL_Texture* loadTexture(const std::string& path);
-
 // Loads a picture into a new entry of gImages and returns its identifier. A picture that cannot be
 // loaded is reported and takes its identifier all the same. Any thread; waits for the main thread.
 int32_t loadImageFile(const char* path);
@@ -117,5 +113,6 @@ bool loadListedTextures();
 
 // Shutdown ----------------------------------------------------------------------------------------
 
-// Destroys the textures of gImages. Main thread, before the renderer goes.
+// Destroys the textures of gImages, each once, in order of the images. Main thread, before the
+// renderer goes.
 void closeImages();

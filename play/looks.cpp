@@ -68,10 +68,11 @@ static std::string fields(const SDL_Rect& rect) {
 
 static std::vector<std::string> timerRecords() {
     std::vector<std::string> records;
-    for (const auto& [key, timer] : gTimers) {
+    for (const TimerEntry& entry : gTimers) {
+        const auto& [key, timer] = entry;
         records.push_back("timer" + field("key", key) + field("id", timer.id) +
                           field("function", timer.functionName) +
-                          field("interval", timer.interval) + field("counter", timer.counter) +
+                          field("interval", timer.interval) + field("counter", counterOf(entry)) +
                           field("paused", timer.paused) + field("once", timer.oneShot));
     }
     return records;

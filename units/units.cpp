@@ -4,6 +4,7 @@
 
 #include "app/base/main_thread.h"
 #include "app/base/paths.h"
+#include "images/textures.h"
 
 std::vector<UnitType> gUnitTypes;
 std::map<int32_t, Unit> gUnits;

@@ -56,9 +56,9 @@ bool loadUnitTypes();
 // there for the mouse.
 Unit& findOrCreateUnit(int32_t id);
 
-// Creates a unit at x, y and returns its id: 0, 1, 2... in order of creation. Its picture is loaded
-// for it alone; if that fails the failure is reported and the unit is there all the same. Any
-// thread; waits for the main thread.
+// Creates a unit at x, y and returns its id: 0, 1, 2... in order of creation. If its picture cannot
+// be loaded, that is reported and the unit is there all the same. Any thread; waits for the main
+// thread.
 int32_t createUnit(int32_t typeIndex, int32_t x, int32_t y);
 
 // Makes the unit one of the type: its stats, and its picture at the unit's rectangle, visible. A

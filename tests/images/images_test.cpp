@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "images/textures.h"
 #include "support/engine_test.h"
 #include "support/sdl_calls.h"
 

@@ -28,10 +28,11 @@ static void addImage(Hash& hash, const Image& image) {
 }
 
 static void addTimers(Hash& hash) {
-    for (const auto& [key, timer] : gTimers) {
+    for (const TimerEntry& entry : gTimers) {
+        const auto& [key, timer] = entry;
         addText(hash, timer.functionName);
         addNumbers(hash,
-                   {key, timer.id, timer.counter, timer.interval, timer.paused, timer.oneShot});
+                   {key, timer.id, counterOf(entry), timer.interval, timer.paused, timer.oneShot});
     }
     addNumbers(hash, {gNextTimerId, gLastTimerId, gCurrentTimerId});
 }

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <set>
+#include <string>
 
 #include "app/base/window.h"
 #include "app/frame.h"
@@ -38,7 +40,8 @@ WRAP_FUNCTION("_Z9drawFramev", void, DrawFrame, ());
 WRAP_FUNCTION("_Z11closeEnginev", void, CloseEngine, ());
 
 // Alive now, as far as the engine made them.
-static int64_t gTextures = 0;
+static std::set<SDL_Texture*> gTextures;
+static std::set<std::string> gPictureFiles;  // from which a texture was made
 static int64_t gSurfaces = 0;
 static int64_t gFonts = 0;
 
@@ -48,7 +51,9 @@ static int32_t gPassesToNextFrame = 0;
 
 // Before the engine starts: what the making of the pictures took does not count.
 void startResourceRules() {
-    gTextures = gSurfaces = gFonts = 0;
+    gTextures.clear();
+    gPictureFiles.clear();
+    gSurfaces = gFonts = 0;
 }
 
 static void requireOpen() {
@@ -74,20 +79,23 @@ void wrapDelay(Uint32) {}
 SDL_Texture* wrapLoadTexture(SDL_Renderer* renderer, const char* path) {
     requireOpen();
     SDL_Texture* texture = realLoadTexture(renderer, path);
-    if (texture != nullptr) gTextures++;
+    if (texture == nullptr) return nullptr;
+    gTextures.insert(texture);
+    requireRule(gPictureFiles.insert(path).second, "an unchanged file is one texture");
     return texture;
 }
 
 SDL_Texture* wrapMakeTexture(SDL_Renderer* renderer, SDL_Surface* surface) {
     requireOpen();
     SDL_Texture* texture = realMakeTexture(renderer, surface);
-    if (texture != nullptr) gTextures++;
+    if (texture != nullptr) gTextures.insert(texture);
     return texture;
 }
 
 void wrapDestroyTexture(SDL_Texture* texture) {
     requireOpen();
-    if (texture != nullptr) gTextures--;
+    const bool isAlive = gTextures.erase(texture) == 1;
+    requireRule(isAlive || texture == nullptr, "a texture is destroyed once");
     realDestroyTexture(texture);
 }
 
@@ -188,15 +196,19 @@ void wrapDrawFrame() {
 
 // After a pass -----------------------------------------------------------------------------------
 
-static int64_t ownedTextures() {
-    int64_t owned = 0;
+// Images and units of one file may share a texture, texts have one each.
+static std::set<SDL_Texture*> ownedTextures() {
+    std::set<SDL_Texture*> owned = {selectionFrame().texture};
     for (const Image& image : gImages)
-        owned += image.texture != nullptr ? 1 : 0;
+        owned.insert(image.texture);
     for (const auto& [id, unit] : gUnits)
-        owned += unit.image.texture != nullptr ? 1 : 0;
-    for (const auto& [key, text] : gGameTexts)
-        owned += text.texture != nullptr ? 1 : 0;
-    return owned + (selectionFrame().texture != nullptr ? 1 : 0);
+        owned.insert(unit.image.texture);
+    for (const auto& [key, text] : gGameTexts) {
+        const bool isNew = owned.insert(text.texture).second;
+        requireRule(isNew || text.texture == nullptr, "a text shares no texture");
+    }
+    owned.erase(nullptr);
+    return owned;
 }
 
 static int64_t ownedSurfaces() {
@@ -208,9 +220,9 @@ static int64_t ownedSurfaces() {
 static void checkAllocations() {
     static const int64_t atFirst = SDL_GetNumAllocations();
     constexpr int64_t kPerTexture = 12, kForTheRest = 400;
-    requireRule(
-        SDL_GetNumAllocations() - atFirst <= kPerTexture * (gTextures + gSurfaces) + kForTheRest,
-        "SDL's memory grows with the textures only");
+    const int64_t owners = static_cast<int64_t>(gTextures.size()) + gSurfaces;
+    requireRule(SDL_GetNumAllocations() - atFirst <= kPerTexture * owners + kForTheRest,
+                "SDL's memory grows with the textures only");
 }
 
 void checkResourceRules() {

@@ -49,6 +49,11 @@ static bool timerExists(int32_t key) {
     return gTimers.count(key) != 0;
 }
 
+static uint32_t counterUnder(int32_t key) {
+    const auto entry = gTimers.find(key);
+    return entry == gTimers.end() ? 0 : counterOf(*entry);
+}
+
 // A look-up of an unknown key makes a record, which takes an identifier.
 static void expectLookUp(int32_t key) {
     gTouched.insert(key);
@@ -60,7 +65,7 @@ void wrapCreateTimer(bool oneShot, int32_t interval, const char* functionName) {
     const int32_t key = gNextTimerId;
     const bool existed = timerExists(key);
     const int32_t id = existed ? gTimers.at(key).id : key;
-    const uint32_t counter = existed ? gTimers.at(key).counter : 0;
+    const uint32_t counter = counterUnder(key);
     const size_t size = gTimers.size();
     const bool isAbove = !gFiredKeys.empty() && key > gFiredKeys.back() && gTouched.count(key) == 0;
     expectLookUp(key);
@@ -78,7 +83,7 @@ void wrapCreateTimer(bool oneShot, int32_t interval, const char* functionName) {
 
 void wrapPauseTimer(int32_t key, bool paused) {
     const bool existed = timerExists(key);
-    const uint32_t counter = existed ? gTimers.at(key).counter : 0;
+    const uint32_t counter = counterUnder(key);
     const int32_t id = existed ? gTimers.at(key).id : gNextTimerId;
     expectLookUp(key);
     realPauseTimer(key, paused);
@@ -108,10 +113,12 @@ static void rememberTimers() {
     gTouched.clear();
     gFiredKeys.clear();
     gMadeAbove.clear();
-    for (const auto& [key, timer] : gTimers) {
-        const bool isDue = !timer.paused && timer.counter >= timer.interval;
-        gBefore.push_back({key, &timer, timer.id, timer.counter, timer.interval, timer.paused,
-                           timer.oneShot, isDue});
+    for (const TimerEntry& entry : gTimers) {
+        const auto& [key, timer] = entry;
+        const uint32_t counter = counterOf(entry);
+        const bool isDue = !timer.paused && counter >= timer.interval;
+        gBefore.push_back(
+            {key, &timer, timer.id, counter, timer.interval, timer.paused, timer.oneShot, isDue});
     }
 }
 
@@ -160,7 +167,7 @@ static void checkStep(const TimerBefore& before) {
     }
     requireRule(timer.paused == before.paused, "a timer is paused by the built-in only");
     const uint32_t start = before.isDue ? 0 : before.counter;
-    requireRule(timer.counter == start + (before.paused ? 0 : kCountPerTick),
+    requireRule(counterOf(*entry) == start + (before.paused ? 0 : kCountPerTick),
                 before.paused ? "the counter of a paused timer stands still"
                               : "a tick counts a running timer on by ten");
 }
@@ -169,7 +176,7 @@ static void checkStep(const TimerBefore& before) {
 static void checkMade(int32_t key) {
     const auto entry = gTimers.find(key);
     if (entry == gTimers.end() || entry->second.paused || hasFired(key)) return;
-    requireRule(entry->second.counter == kCountPerTick, "a new timer is stepped in the same tick");
+    requireRule(counterOf(*entry) == kCountPerTick, "a new timer is stepped in the same tick");
 }
 
 uint32_t wrapStepAllTimers(uint32_t interval, void* parameter) {

@@ -85,29 +85,29 @@ TEST(Timers, EveryIntervalKeepsTheRule) {
 TEST(Timers, NegativeIntervalIsAHugeOne) {
     EXPECT_EQ(Ticks{}, firingTicks("-1", 500));
     EXPECT_EQ(0xFFFFFFFFu, gTimers.at(0).interval);
-    EXPECT_EQ(5000u, gTimers.at(0).counter);
+    EXPECT_EQ(5000u, counterOf(*gTimers.find(0)));
 }
 
 TEST(Timers, ThresholdIsComparedUnsigned) {
     run("createtimer(0, -2147483647 - 1, \"tick\");");
-    gTimers.at(0).counter = 0x7FFFFFFF;
+    findOrCreateTimer(0).counter = 0x7FFFFFFF;
     EXPECT_EQ("", tick());
     EXPECT_EQ("1", tick()) << "the counter has passed 0x80000000";
 }
 
 TEST(Timers, CounterWrapsAtItsEnd) {
     run("createtimer(0, -1, \"tick\");");
-    gTimers.at(0).counter = 0xFFFFFFFA;
+    findOrCreateTimer(0).counter = 0xFFFFFFFA;
     EXPECT_EQ("", tick());
-    EXPECT_EQ(4u, gTimers.at(0).counter);
+    EXPECT_EQ(4u, counterOf(*gTimers.find(0)));
 }
 
 TEST(Timers, CounterIsTenAfterAFiring) {
     run("createtimer(0, 25, \"tick\");");
     tick(3);
-    EXPECT_EQ(30u, gTimers.at(0).counter);
+    EXPECT_EQ(30u, counterOf(*gTimers.find(0)));
     tick();
-    EXPECT_EQ(10u, gTimers.at(0).counter);
+    EXPECT_EQ(10u, counterOf(*gTimers.find(0)));
 }
 
 // Pause -----------------------------------------------------------------------------------------
@@ -119,7 +119,7 @@ TEST(Timers, PausedTimerKeepsItsCounterAndGoesOnFromIt) {
     tick(2);
     outputOfCall("stop");
     EXPECT_EQ("", tick(100));
-    EXPECT_EQ(20u, gTimers.at(0).counter);
+    EXPECT_EQ(20u, counterOf(*gTimers.find(0)));
     outputOfCall("go");
     EXPECT_EQ("", tick());
     EXPECT_EQ("1", tick());
@@ -128,7 +128,7 @@ TEST(Timers, PausedTimerKeepsItsCounterAndGoesOnFromIt) {
 TEST(Timers, TimerThatPausesItselfFinishesItsFiring) {
     run("createtimer(0, 0, \"stop\");", "int stop() { print(5); pausetimer(0, 1); }\n");
     EXPECT_EQ("5", tick(10));
-    EXPECT_EQ(10u, gTimers.at(0).counter);
+    EXPECT_EQ(10u, counterOf(*gTimers.find(0)));
 }
 
 TEST(Timers, AnyPauseFlagButZeroPauses) {
@@ -354,7 +354,7 @@ TEST(Timers, ErrorInATimerFunctionIsReportedAndTheTickGoesOn) {
         EXPECT_EQ(0u, output.find("4\nNone variable in line 4\n")) << output;
         EXPECT_EQ(output.size() - 23, output.find("Error buffer long jump2")) << output;
     }
-    EXPECT_EQ(10u, gTimers.at(0).counter) << "as if the function had returned";
+    EXPECT_EQ(10u, counterOf(*gTimers.find(0))) << "as if the function had returned";
 }
 
 TEST(Timers, OneShotWithAnErrorIsRemovedAllTheSame) {

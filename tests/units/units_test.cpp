@@ -69,12 +69,6 @@ TEST_F(Units, PictureIsFirstCopiedToTheOriginInItsOwnSize) {
     EXPECT_EQ(1u, countCalls("SDL_RenderCopy(whole, 100, 50, 15, 15)"));
 }
 
-TEST_F(Units, UnitsShareNoTexture) {
-    runStatements("createunit(0, 1, 1); createunit(0, 2, 2);");
-    EXPECT_NE(nullptr, gUnits.at(0).image.texture);
-    EXPECT_NE(gUnits.at(0).image.texture, gUnits.at(1).image.texture);
-}
-
 TEST_F(Units, MoveUnitPlacesAtOnceAndLeavesTheOrderAlone) {
     runStatements("createunit(0, 100, 100);");
     orderUnitMove(gUnits.at(0), 400, 400);
