@@ -27,15 +27,15 @@ struct Evaluated {
 // is made of mostly - variables, numbers, operators - is compiled into its callers; what takes its
 // time anyway is kept out of line.
 
-static Evaluated evalAssign(Place* token);
+static Evaluated evalAssign(Place* at);
 
 // The two calls of an identifier. `position` is where the arguments are read.
-[[gnu::noinline]] static Evaluated evalCall(Place* token, Place* position) {
-    const Symbol* name = token->name;
+[[gnu::noinline]] static Evaluated evalCall(Place* at, Place* position) {
+    const Symbol* name = at->symbol;
     int32_t value = 0;
     enterNesting(position);
     if (name->builtin != nullptr) {
-        gToken = token;
+        gToken = at;
         gProgramPos = position;
         value = name->builtin->handler();
         position = gProgramPos;
@@ -47,29 +47,29 @@ static Evaluated evalAssign(Place* token);
     return {value, tokenAt(position)};
 }
 
-// The value of the variable that `token` names.
-static inline int32_t findVar(const Place* token) {
-    const ScriptVariable* variable = lookUpVariable(token->name);
-    if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable, token->next);
+// The value of the variable that `at` names.
+static inline int32_t findVar(const Place* at) {
+    const ScriptVariable* variable = lookUpVariable(at->symbol);
+    if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable, at->next);
     return variable->value;
 }
 
 // identifier -> builtin arguments | function arguments | variable
 // A built-in hides a function, a function hides a variable of the same name. `position` is where
 // reading goes on after the identifier.
-static Evaluated evalName(Place* token, Place* position) {
-    const Symbol* name = token->name;
-    if (name->builtin != nullptr || name->function != nullptr) return evalCall(token, position);
-    const int32_t value = findVar(token);
+static Evaluated evalName(Place* at, Place* position) {
+    const Symbol* name = at->symbol;
+    if (name->builtin != nullptr || name->function != nullptr) return evalCall(at, position);
+    const int32_t value = findVar(at);
     Place* next = tokenAt(position);
-    if (token->next->plain && next->punctuator != '=') token->operand = Operand::Variable;
+    if (at->next->plain && !holds(next, '=')) at->operand = Operand::Variable;
     return {value, next};
 }
 
-static Evaluated evalNumber(Place* token) {
-    Place* next = tokenAt(token->next);
-    token->operand = Operand::Number;
-    return {token->number, next};
+static Evaluated evalNumber(Place* at) {
+    Place* next = tokenAt(at->next);
+    at->operand = Operand::Number;
+    return {at->number, next};
 }
 
 // No escapes: the character counts as it is.
@@ -82,41 +82,41 @@ static Evaluated evalNumber(Place* token) {
 }
 
 // atom -> identifier ... | number | "'" character "'" | (nothing, before a ")": it counts as 0)
-static Evaluated atom(Place* token) {
-    if (token->kind == TokenKind::Identifier) return evalName(token, token->next);
-    if (token->kind == TokenKind::Number) return evalNumber(token);
-    if (token->punctuator == '\'') return evalCharacter(token);
-    if (token->punctuator == ')') return {0, token};
-    syntaxError(ScriptError::Syntax, token->next);
+static Evaluated atom(Place* at) {
+    if (at->token.kind == TokenKind::Identifier) return evalName(at, at->next);
+    if (at->token.kind == TokenKind::Number) return evalNumber(at);
+    if (holds(at, '\'')) return evalCharacter(at);
+    if (holds(at, ')')) return {0, at};
+    syntaxError(ScriptError::Syntax, at->next);
 }
 
 // paren -> "(" assign ")" | atom
-static Evaluated evalParen(Place* token) {
-    if (token->punctuator != '(') return atom(token);
-    enterNesting(token->next);
-    const Evaluated inner = evalAssign(tokenAt(token->next));
-    if (inner.place->punctuator != ')') syntaxError(ScriptError::NoParens, inner.place->next);
+static Evaluated evalParen(Place* at) {
+    if (!holds(at, '(')) return atom(at);
+    enterNesting(at->next);
+    const Evaluated inner = evalAssign(tokenAt(at->next));
+    if (!holds(inner.place, ')')) syntaxError(ScriptError::NoParens, inner.place->next);
     leaveNesting();
     return {inner.value, tokenAt(inner.place->next)};
 }
 
 [[gnu::noinline]] static Evaluated evalSigned(const Place* sign) {
     const Evaluated operand = evalParen(tokenAt(sign->next));
-    const bool minus = sign->punctuator == '-';
+    const bool minus = holds(sign, '-');
     return {minus ? wrapSubtract(0, operand.value) : operand.value, operand.place};
 }
 
 // unary -> [ "+" | "-" ] paren
-[[gnu::noinline]] static Evaluated evalUnary(Place* token) {
-    const bool isSigned = token->punctuator == '-' || token->punctuator == '+';
-    return isSigned ? evalSigned(token) : evalParen(token);
+[[gnu::noinline]] static Evaluated evalUnary(Place* at) {
+    const bool isSigned = holds(at, '-') || holds(at, '+');
+    return isSigned ? evalSigned(at) : evalParen(at);
 }
 
 // Fast path for an operand already classified.
-[[gnu::always_inline]] static inline Evaluated evalOperand(Place* token) {
-    if (token->operand == Operand::Variable) return {findVar(token), token->next};
-    if (token->operand == Operand::Number) return {token->number, token->next};
-    return evalUnary(token);
+[[gnu::always_inline]] static inline Evaluated evalOperand(Place* at) {
+    if (at->operand == Operand::Variable) return {findVar(at), at->next};
+    if (at->operand == Operand::Number) return {at->number, at->next};
+    return evalUnary(at);
 }
 
 // Operators -----------------------------------------------------------------------------------
@@ -138,50 +138,50 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 }
 
 // product -> unary { ( "*" | "/" | "%" ) unary }
-[[gnu::always_inline]] static inline Evaluated evalMulDiv(int32_t value, Place* token) {
-    while (token->precedence == Precedence::Product) {
-        const Evaluated right = evalOperand(tokenAt(token->next));
-        value = multiplyOrDivide(token->punctuator, value, right.value, right.place);
-        token = right.place;
+[[gnu::always_inline]] static inline Evaluated evalMulDiv(int32_t value, Place* at) {
+    while (at->precedence == Precedence::Product) {
+        const Evaluated right = evalOperand(tokenAt(at->next));
+        value = multiplyOrDivide(at->token.punctuator, value, right.value, right.place);
+        at = right.place;
     }
-    return {value, token};
+    return {value, at};
 }
 
-// evalAddSub where `token` is an operator of the sum or of its first product.
-[[gnu::noinline]] static Evaluated evalSum(int32_t value, Place* token) {
-    const Evaluated left = evalMulDiv(value, token);
+// evalAddSub where `at` is an operator of the sum or of its first product.
+[[gnu::noinline]] static Evaluated evalSum(int32_t value, Place* at) {
+    const Evaluated left = evalMulDiv(value, at);
     value = left.value;
-    token = left.place;
-    while (token->precedence == Precedence::Sum) {
-        const Evaluated first = evalOperand(tokenAt(token->next));
+    at = left.place;
+    while (at->precedence == Precedence::Sum) {
+        const Evaluated first = evalOperand(tokenAt(at->next));
         const Evaluated right = evalMulDiv(first.value, first.place);
-        const bool minus = token->punctuator == '-';
+        const bool minus = holds(at, '-');
         value = minus ? wrapSubtract(value, right.value) : wrapAdd(value, right.value);
-        token = right.place;
+        at = right.place;
     }
-    return {value, token};
+    return {value, at};
 }
 
 // sum -> product { ( "+" | "-" ) product }
-[[gnu::always_inline]] static inline Evaluated evalAddSub(int32_t value, Place* token) {
-    if (token->precedence < Precedence::Sum) return {value, token};
-    return evalSum(value, token);
+[[gnu::always_inline]] static inline Evaluated evalAddSub(int32_t value, Place* at) {
+    if (at->precedence < Precedence::Sum) return {value, at};
+    return evalSum(value, at);
 }
 
-// The comparison of `value` by the operator `token`. That may be an empty token: its right operand
+// The comparison of `value` by the operator `at`. That may be an empty token: its right operand
 // is read, evaluated and dropped.
-[[gnu::noinline]] static Evaluated evalComparison(int32_t value, Place* token) {
-    const Evaluated first = evalOperand(tokenAt(token->next));
+[[gnu::noinline]] static Evaluated evalComparison(int32_t value, Place* at) {
+    const Evaluated first = evalOperand(tokenAt(at->next));
     const Evaluated right = evalAddSub(first.value, first.place);
-    const char relation = token->punctuator;
+    const char relation = at->token.punctuator;
     if (relation != 0) value = compareValues(relation, value, right.value) ? 1 : 0;
     return {value, right.place};
 }
 
 // relation -> sum [ ( "<" | "<=" | ">" | ">=" | "==" | "!=" | empty token ) sum ]
 // One comparison only.
-[[gnu::always_inline]] static inline Evaluated evalRelational(int32_t value, Place* token) {
-    const Evaluated left = evalAddSub(value, token);
+[[gnu::always_inline]] static inline Evaluated evalRelational(int32_t value, Place* at) {
+    const Evaluated left = evalAddSub(value, at);
     if (left.place->precedence != Precedence::Relation) return {left.value, left.place};
     return evalComparison(left.value, left.place);
 }
@@ -201,26 +201,26 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 // That moves the position: past blanks and comments, past an empty token, into a string. A
 // plain token is found again from either position; only getche and getnum, which go on character by
 // character, could tell.
-static Evaluated evalAssignName(Place* token) {
-    Place* position = token->next;
-    if (!position->plain || position->punctuator == '=' || token->name->builtin != nullptr) {
-        ScriptVariable* variable = lookUpVariable(token->name);
+static Evaluated evalAssignName(Place* at) {
+    Place* position = at->next;
+    if (!position->plain || holds(position, '=') || at->symbol->builtin != nullptr) {
+        ScriptVariable* variable = lookUpVariable(at->symbol);
         if (variable != nullptr) {
             const Place* after = tokenAt(position);
-            if (after->punctuator == '=') return assign(variable, token, after);
+            if (holds(after, '=')) return assign(variable, at, after);
             position = after->back;
         }
     }
-    const Evaluated left = evalName(token, position);
+    const Evaluated left = evalName(at, position);
     return evalRelational(left.value, left.place);
 }
 
 // assign -> variable "=" assign | relation
-static Evaluated evalAssign(Place* token) {
-    if (token->kind == TokenKind::Identifier && token->operand != Operand::Variable) {
-        return evalAssignName(token);
+static Evaluated evalAssign(Place* at) {
+    if (at->token.kind == TokenKind::Identifier && at->operand != Operand::Variable) {
+        return evalAssignName(at);
     }
-    const Evaluated left = evalOperand(token);
+    const Evaluated left = evalOperand(at);
     if (left.place->precedence == Precedence::None) return {left.value, left.place};
     return evalRelational(left.value, left.place);
 }
@@ -228,9 +228,9 @@ static Evaluated evalAssign(Place* token) {
 // Expressions ---------------------------------------------------------------------------------
 
 Result evalExpression(Place* position) {
-    Place* token = tokenAt(position);
-    if (token->length == 0) syntaxError(ScriptError::NoExpression, token->next);
-    if (token->punctuator == ';') return {0, true, token};
-    const Evaluated result = evalAssign(token);
+    Place* at = tokenAt(position);
+    if (at->token.length == 0) syntaxError(ScriptError::NoExpression, at->next);
+    if (holds(at, ';')) return {0, true, at};
+    const Evaluated result = evalAssign(at);
     return {result.value, false, result.place};
 }

@@ -25,22 +25,22 @@ struct Executed {
 
 static Executed runStatement(Place* position);
 
-static bool isEnd(const Place* token) {
-    return token->keyword == KeywordCode::Finished;
+static bool isEnd(const Place* at) {
+    return at->token.keyword == KeywordCode::Finished;
 }
 
 // type name { "," name } ";"
 // No initialisers. In the body of a loop every pass pushes new locals until the function returns.
 // Not compiled into runBlock, like the other statements that run seldom: it stays the smaller.
 [[gnu::noinline]] static Executed declareLocal(Place* type) {
-    Place* token = type;
+    Place* at = type;
     do {
-        Place* name = tokenAt(token->next);
-        pushLocal(declaredSymbol(name), static_cast<int32_t>(type->keyword), name->next);
-        token = tokenAt(name->next);
-    } while (token->punctuator == ',');
-    if (token->punctuator != ';') syntaxError(ScriptError::NoSemicolon, token->next);
-    return {token->next, false};
+        Place* name = tokenAt(at->next);
+        pushLocal(declaredSymbol(name), static_cast<int32_t>(type->token.keyword), name->next);
+        at = tokenAt(name->next);
+    } while (holds(at, ','));
+    if (!holds(at, ';')) syntaxError(ScriptError::NoSemicolon, at->next);
+    return {at->next, false};
 }
 
 // "if" expression statement [ "else" statement ]
@@ -49,7 +49,7 @@ static Executed execIf(Place* word) {
     // After the statement the block around us skips the else part when it meets it.
     if (test.value != 0) return runStatement(positionAfter(test));
     Place* next = tokenAt(findEndOfBlock(positionAfter(test)));
-    if (next->keyword == KeywordCode::Else) return runStatement(next->next);
+    if (next->token.keyword == KeywordCode::Else) return runStatement(next->next);
     return {next->back, isEnd(next)};
 }
 
@@ -64,7 +64,7 @@ static Executed execWhile(Place* word) {
 // "do" statement "while" expression ";"
 [[gnu::noinline]] static Executed execDo(Place* word) {
     Place* next = tokenAt(runStatement(word->next).position);
-    if (next->keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile, next->next);
+    if (next->token.keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile, next->next);
     const Result test = evalExpression(next->next);
     return {test.value != 0 ? word->back : positionAfter(test), isEnd(test.end)};
 }
@@ -73,7 +73,7 @@ static Executed execWhile(Place* word) {
 // character is the ";" put back; after an empty part, whose ";" is used up, it is the one after it.
 static Place* evaluateForPart(Place* position, int32_t& value) {
     const Result part = evalExpression(position);
-    if (part.end->punctuator != ';') syntaxError(ScriptError::NoSemicolon, positionAfter(part));
+    if (!holds(part.end, ';')) syntaxError(ScriptError::NoSemicolon, positionAfter(part));
     value = part.value;
     return afterCharacter(positionAfter(part));
 }
@@ -93,9 +93,9 @@ static Place* evaluateForPart(Place* position, int32_t& value) {
 
 // The ";" after the expression is left to be read as a statement of its own; in a block, where
 // that does nothing, it is read here.
-static Executed execExpression(Place* token, bool inBlock) {
-    Place* end = evalExpression(token).end;
-    if (end->punctuator != ';') syntaxError(ScriptError::NoSemicolon, end->back);
+static Executed execExpression(Place* at, bool inBlock) {
+    Place* end = evalExpression(at).end;
+    if (!holds(end, ';')) syntaxError(ScriptError::NoSemicolon, end->back);
     return {inBlock ? end->next : end->back, false};
 }
 
@@ -108,7 +108,7 @@ static Executed execReturn(Place* word) {
 
 // Runs the keyword statement of `word`, or skips a token that is none.
 static Executed execKeyword(Place* word) {
-    switch (word->keyword) {
+    switch (word->token.keyword) {
         case KeywordCode::Char:
         case KeywordCode::Int:
             return declareLocal(word);
@@ -133,18 +133,18 @@ static Executed runBlock(Place* position) {
     bool inBlock = false;
     Executed done = {position, false};
     do {
-        Place* token = tokenAt(done.position);
-        if (token->kind == TokenKind::Identifier) {
-            done = execExpression(token, inBlock);
-        } else if (token->kind == TokenKind::Block) {
-            done = {token->next, false};
-            if (token->punctuator == '}') return done;
+        Place* at = tokenAt(done.position);
+        if (at->token.kind == TokenKind::Identifier) {
+            done = execExpression(at, inBlock);
+        } else if (at->token.kind == TokenKind::Block) {
+            done = {at->next, false};
+            if (holds(at, '}')) return done;
             inBlock = true;
-        } else if (token->keyword == KeywordCode::Return) {
-            return execReturn(token);
+        } else if (at->token.keyword == KeywordCode::Return) {
+            return execReturn(at);
         } else {
-            if (inBlock) waitIfStuck(token);
-            done = execKeyword(token);
+            if (inBlock) waitIfStuck(at);
+            done = execKeyword(at);
         }
     } while (inBlock && !done.textHasEnded);
     return done;
