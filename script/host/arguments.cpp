@@ -36,9 +36,10 @@ static void requireToken(char c, ScriptError error) {
 }
 
 int32_t readExpression() {
-    const Result result = evalExpression(gProgramPos);
+    Place* const position = gProgramPos;
+    const Result result = evalExpression(position);
     gToken = result.end;
-    gProgramPos = positionAfter(result);
+    gProgramPos = positionAfter(position, result);
     return result.value;
 }
 

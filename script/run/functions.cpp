@@ -34,9 +34,10 @@ static Place* getArgs(Place* position) {
     if (!holds(at, '(')) syntaxError(ScriptError::NoParens, at->next);
     do {
         if (count == kMaxArguments) syntaxError(ScriptError::TooManyArguments, at->next);
-        const Result argument = evalExpression(at->next);
+        Place* const start = at->next;
+        const Result argument = evalExpression(start);
         values[count++] = argument.value;
-        at = tokenAfter(argument);
+        at = tokenAfter(start, argument);
     } while (holds(at, ','));
 
     while (count > 0)
@@ -45,8 +46,8 @@ static Place* getArgs(Place* position) {
 }
 
 // Reads the parameters at `position`, in the callee's definition, and names the arguments with
-// them, the first one the first. `base` is where the callee's frame starts: parameters without an
-// argument become locals with the value 0, and nothing below the frame is touched. Returns the
+// them, the first one the first. `base` is where the callee's call frame starts: parameters without
+// an argument become locals with the value 0, and nothing below it is touched. Returns the
 // position after the list.
 static Place* getParams(Place* position, int32_t base) {
     int32_t slot = gLocalTop - 1;

@@ -23,7 +23,7 @@ struct Executed {
     bool textHasEnded;
 };
 
-static Executed runStatement(Place* position);
+static Executed execStatement(Place* position);
 
 static bool isEnd(const Place* at) {
     return at->token.keyword == KeywordCode::Finished;
@@ -31,7 +31,7 @@ static bool isEnd(const Place* at) {
 
 // type name { "," name } ";"
 // No initialisers. In the body of a loop every pass pushes new locals until the function returns.
-// Not compiled into runBlock, like the other statements that run seldom: it stays the smaller.
+// Not compiled into execBlock, like the other statements that run seldom: it stays the smaller.
 [[gnu::noinline]] static Executed declareLocal(Place* type) {
     Place* at = type;
     do {
@@ -46,47 +46,50 @@ static bool isEnd(const Place* at) {
 // "if" expression statement [ "else" statement ]
 static Executed execIf(Place* word) {
     const Result test = evalExpression(word->next);
+    Place* body = positionAfter(word->next, test);
     // After the statement the block around us skips the else part when it meets it.
-    if (test.value != 0) return runStatement(positionAfter(test));
-    Place* next = tokenAt(findEndOfBlock(positionAfter(test)));
-    if (next->token.keyword == KeywordCode::Else) return runStatement(next->next);
+    if (test.value != 0) return execStatement(body);
+    Place* next = tokenAt(findEndOfBlock(body));
+    if (next->token.keyword == KeywordCode::Else) return execStatement(next->next);
     return {next->back, isEnd(next)};
 }
 
 // "while" expression statement
 static Executed execWhile(Place* word) {
     const Result test = evalExpression(word->next);
-    if (test.value == 0) return {findEndOfBlock(positionAfter(test)), false};
-    const Executed body = runStatement(positionAfter(test));
-    return {word->back, body.textHasEnded};  // back to the word itself
+    Place* body = positionAfter(word->next, test);
+    if (test.value == 0) return {findEndOfBlock(body), false};
+    return {word->back, execStatement(body).textHasEnded};  // back to the word itself
 }
 
 // "do" statement "while" expression ";"
 [[gnu::noinline]] static Executed execDo(Place* word) {
-    Place* next = tokenAt(runStatement(word->next).position);
+    Place* next = tokenAt(execStatement(word->next).position);
     if (next->token.keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile, next->next);
     const Result test = evalExpression(next->next);
-    return {test.value != 0 ? word->back : positionAfter(test), isEnd(test.end)};
+    Place* after = positionAfter(next->next, test);
+    return {test.value != 0 ? word->back : after, isEnd(test.end)};
 }
 
 // A part of a `for` up to its ";": its value, and the position one character further on. That
 // character is the ";" put back; after an empty part, whose ";" is used up, it is the one after it.
-static Place* evaluateForPart(Place* position, int32_t& value) {
+static Place* evalForPart(Place* position, int32_t& value) {
     const Result part = evalExpression(position);
-    if (!holds(part.end, ';')) syntaxError(ScriptError::NoSemicolon, positionAfter(part));
+    Place* after = positionAfter(position, part);
+    if (!holds(part.end, ';')) syntaxError(ScriptError::NoSemicolon, after);
     value = part.value;
-    return afterCharacter(positionAfter(part));
+    return afterCharacter(after);
 }
 
 // "for" "(" expression ";" expression ";" expression ")" block
 [[gnu::noinline]] static Executed execFor(Place* word) {
     int32_t value = 0;
-    Place* test = evaluateForPart(tokenAt(word->next)->next, value);
+    Place* test = evalForPart(tokenAt(word->next)->next, value);
     for (;;) {
-        Place* step = evaluateForPart(test, value);
+        Place* step = evalForPart(test, value);
         Place* body = findBalance(step, '(', ')')->next;
         if (value == 0) return {findEndOfBlock(body), false};
-        runStatement(body);
+        execStatement(body);
         evalExpression(step);
     }
 }
@@ -103,10 +106,10 @@ static Executed execExpression(Place* at, bool inBlock) {
 static Executed execReturn(Place* word) {
     const Result result = evalExpression(word->next);
     gReturnValue = result.value;
-    return {positionAfter(result), isEnd(result.end)};
+    return {positionAfter(word->next, result), isEnd(result.end)};
 }
 
-// Runs the keyword statement of `word`, or skips a token that is none.
+// Executes the keyword statement of `word`, or skips a token that is none.
 static Executed execKeyword(Place* word) {
     switch (word->token.keyword) {
         case KeywordCode::Char:
@@ -129,7 +132,7 @@ static Executed execKeyword(Place* word) {
     }
 }
 
-static Executed runBlock(Place* position) {
+static Executed execBlock(Place* position) {
     bool inBlock = false;
     Executed done = {position, false};
     do {
@@ -150,13 +153,13 @@ static Executed runBlock(Place* position) {
     return done;
 }
 
-static Executed runStatement(Place* position) {
+static Executed execStatement(Place* position) {
     enterNesting(position);
-    const Executed done = runBlock(position);
+    const Executed done = execBlock(position);
     leaveNesting();
     return done;
 }
 
 void interpretBlock(Place* position) {
-    runStatement(position);
+    execStatement(position);
 }
