@@ -16,6 +16,11 @@ KERNELS = {  # the amount of work: 0.07 to 0.4 seconds of Python
     "fib": ("recursive Fibonacci", 29),
     "primes": ("trial-division primes", 4),
     "call": ("a call with two arguments in a loop", 4_000_000),
+    "branches": ("nested ifs in a loop", 2_000_000),
+    "globals": ("locals and globals mixed", 1_000_000),
+    "loops": ("for and while nested", 60_000),
+    "chain": ("deep chains of calls", 120_000),
+    "collatz": ("Collatz steps and greatest common divisors", 25_000),
 }
 
 

@@ -57,7 +57,7 @@ static int64_t readAllTokens() {
     do {
         getToken();
         count++;
-    } while (gToken->keyword != KeywordCode::Finished);
+    } while (gToken->token.keyword != KeywordCode::Finished);
     return count;
 }
 

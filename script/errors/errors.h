@@ -40,6 +40,6 @@ enum class ScriptError : int32_t {
 struct Place;
 
 // Prints the report - the message, the line, the text up to `position` - and jumps to the recovery
-// point of the calling thread. Nothing is unwound: no frame on the way may hold an object with a
-// destructor.
+// point of the calling thread. Nothing is unwound: no stack frame on the way may hold an object
+// with a destructor.
 [[noreturn, gnu::cold]] void syntaxError(ScriptError error, const Place* position);

@@ -11,7 +11,7 @@ int32_t gLocalTop = 0;
 int32_t gCallDepth = 0;
 
 // The innermost recovery point of this thread, null outside the interpreter. The jmp_buf lives in
-// the frame of runGuarded.
+// the stack frame of runInside.
 static thread_local std::jmp_buf* gErrorJump = nullptr;
 
 static void ignore(bool) {}

@@ -22,15 +22,17 @@ static ScriptError errorOf(TokenFault fault) {
 void readPlace(Place* place) {
     if (place->state == PlaceState::Unread) keepToken(place);
     answerWithPlace(place);
-    if (place->state == PlaceState::Faulty) syntaxError(errorOf(place->fault), place->next);
+    if (place->state == PlaceState::Faulty) syntaxError(errorOf(place->token.fault), place->next);
 }
 
-Symbol* checkDeclaredSymbol(Place* token) {
-    if (token->length > kMaxNameLength) {
-        std::printf("Name is too long: %s\n", token->text);
+Symbol* checkDeclaredSymbol(Place* at) {
+    TokenText text;
+    copyText(at->token, text);
+    if (at->token.length > kMaxNameLength) {
+        std::printf("Name is too long: %s\n", text);
         abortProcess();
     }
-    return token->name = internSymbol(token->text);
+    return at->symbol = internSymbol(text);
 }
 
 static const char* unbalancedReason(char open) {
@@ -41,12 +43,12 @@ static const char* unbalancedReason(char open) {
 
 static Place* walkToBalance(Place* position, char open, char close) {
     int depth = 1;
-    for (Place* token = tokenAt(position);; token = tokenAt(token->next)) {
-        if (token->punctuator == open) depth++;
-        if (token->punctuator == close && --depth == 0) return token;
-        waitIfStuck(token);
-        if (token->keyword != KeywordCode::Finished) continue;
-        waitForEver(unbalancedReason(open), token->next);
+    for (Place* at = tokenAt(position);; at = tokenAt(at->next)) {
+        if (holds(at, open)) depth++;
+        if (holds(at, close) && --depth == 0) return at;
+        waitIfStuck(at);
+        if (at->token.keyword != KeywordCode::Finished) continue;
+        waitForEver(unbalancedReason(open), at->next);
     }
 }
 
@@ -57,8 +59,8 @@ Place* findBalance(Place* position, char open, char close) {
 }
 
 // Says what is at the position, for someone who reads the text in an editor.
-void waitAtCharacter(const Place* token) {
-    const unsigned char c = static_cast<unsigned char>(byteAt(textAt(token->next)));
+void waitAtCharacter(const Place* at) {
+    const unsigned char c = static_cast<unsigned char>(byteAt(textAt(at->next)));
     char reason[160];
     if (c == '\n') {
         std::snprintf(reason, sizeof reason,
@@ -71,5 +73,5 @@ void waitAtCharacter(const Place* token) {
         std::snprintf(reason, sizeof reason,
                       "the byte 0x%02X starts nothing in the language: remove it", c);
     }
-    waitForEver(reason, token->next);
+    waitForEver(reason, at->next);
 }

@@ -22,12 +22,12 @@ inline Place* tokenAt(Place* position) {
     return position;
 }
 
-// The name that `token`, whatever its kind, gives to what is being declared. One longer than 30
+// The name that `at`, whatever its kind, gives to what is being declared. One longer than 30
 // characters is fatal: prints "Name is too long: " and the name, and aborts the process.
-Symbol* checkDeclaredSymbol(Place* token);
-inline Symbol* declaredSymbol(Place* token) {
-    const bool isGood = token->name != &gNoSymbol && token->length <= kMaxNameLength;
-    return isGood ? token->name : checkDeclaredSymbol(token);
+Symbol* checkDeclaredSymbol(Place* at);
+inline Symbol* declaredSymbol(Place* at) {
+    const bool isGood = at->symbol != &gNoSymbol && at->token.length <= kMaxNameLength;
+    return isGood ? at->symbol : checkDeclaredSymbol(at);
 }
 
 // Reads on from `position` until as many `close` as `open` have passed, one `open` being read
@@ -35,9 +35,9 @@ inline Symbol* declaredSymbol(Place* token) {
 // this never returns (script/errors/halt.h).
 Place* findBalance(Place* position, char open, char close);
 
-// Says so and waits endlessly if `token` is one that reading never gets past: for loops that go on
+// Says so and waits endlessly if `at` is one that reading never gets past: for loops that go on
 // whatever they read.
-[[noreturn]] void waitAtCharacter(const Place* token);
-inline void waitIfStuck(const Place* token) {
-    if (token->stuck) waitAtCharacter(token);
+[[noreturn]] void waitAtCharacter(const Place* at);
+inline void waitIfStuck(const Place* at) {
+    if (isStuck(at)) waitAtCharacter(at);
 }

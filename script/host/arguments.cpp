@@ -1,7 +1,5 @@
 #include "script/host/arguments.h"
 
-#include <cstring>
-
 #include "script/errors/errors.h"
 #include "script/errors/token_reader.h"
 #include "script/host/expression.h"
@@ -17,7 +15,7 @@ void resetCursor() {
 TokenKind getToken() {
     gToken = tokenAt(gProgramPos);
     gProgramPos = gToken->next;
-    return gToken->kind;
+    return gToken->token.kind;
 }
 
 void putBack() {
@@ -25,7 +23,7 @@ void putBack() {
 }
 
 bool tokenIs(char c) {
-    return gToken->punctuator == c;
+    return holds(gToken, c);
 }
 
 void argumentError(ScriptError error) {
@@ -38,9 +36,10 @@ static void requireToken(char c, ScriptError error) {
 }
 
 int32_t readExpression() {
-    const Result result = evalExpression(gProgramPos);
+    Place* const position = gProgramPos;
+    const Result result = evalExpression(position);
     gToken = result.end;
-    gProgramPos = positionAfter(result);
+    gProgramPos = positionAfter(position, result);
     return result.value;
 }
 
@@ -69,7 +68,7 @@ void readIntegers(std::initializer_list<int32_t*> targets) {
 
 void readText(ArgumentText& text) {
     getToken();
-    std::memcpy(text, gToken->text, sizeof text);
+    copyText(gToken->token, text);
 }
 
 void expectCloseParen() {

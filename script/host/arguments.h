@@ -47,7 +47,7 @@ bool tokenIs(char c);
 [[noreturn]] void argumentError(ScriptError error);
 
 // A text or name argument: what one token can hold.
-using ArgumentText = char[kTokenCapacity];
+using ArgumentText = TokenText;
 
 // Evaluates the expression at the cursor and leaves the token that ends it to be read.
 int32_t readExpression();

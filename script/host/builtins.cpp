@@ -17,7 +17,7 @@ const BuiltinFunction gBuiltins[] = {
 #undef ZEL_ROW
         {"", nullptr},
 };
-static_assert(std::size(gBuiltins) <= kMaxBuiltins, "the names have room for them");
+static_assert(std::size(gBuiltins) <= kMaxBuiltins, "the symbols have room for them");
 
 void declareBuiltins() {
     for (const BuiltinFunction* builtin = gBuiltins; builtin->name[0] != '\0'; builtin++)

@@ -24,7 +24,9 @@ int32_t builtinPutch() {
 int32_t builtinPuts() {
     openArguments();
     if (getToken() != TokenKind::String) argumentError(ScriptError::NoClosingQuote);
-    std::puts(gToken->text);
+    TokenText text;
+    copyText(gToken->token, text);
+    std::puts(text);
     closeStatement();
     return 0;
 }
@@ -32,7 +34,9 @@ int32_t builtinPuts() {
 int32_t builtinPrint() {
     openArguments();
     if (getToken() == TokenKind::String) {
-        std::printf("\n%s", gToken->text);
+        TokenText text;
+        copyText(gToken->token, text);
+        std::printf("\n%s", text);
     } else {
         putBack();
         std::printf("%d", readExpression());

@@ -12,21 +12,21 @@
 
 struct Result {
     int32_t value;
-    bool isEmpty;  // there was only a ";": it counts as 0 and is used up
-    Place* end;    // the first token that the expression did not use; of an empty one its ";"
+    Place* end;  // the first token that was not used
 };
 
-// Evaluates the expression at `position`. Raises NoExpression where there is none.
+// Evaluates the expression at `position`. An expression that is only a ";" is empty: it counts as 0
+// and ends at its ";". Raises NoExpression where there is none.
 Result evalExpression(Place* position);
 
-// Where reading goes on: the token that ended the expression is put back, the ";" of an empty one
-// is not.
-inline Place* positionAfter(const Result& result) {
-    return result.isEmpty ? result.end->next : result.end->back;
+// Where reading goes on after the expression at `position`: the token that ended it is put back,
+// but the ";" of an empty one is used up.
+inline Place* positionAfter(const Place* position, const Result& result) {
+    return holds(position, ';') ? result.end->next : result.end->back;
 }
 
 // The token read there.
-inline Place* tokenAfter(const Result& result) {
-    const bool isReadAgainAsItIs = result.end->plain && !result.isEmpty;
-    return isReadAgainAsItIs ? result.end : tokenAt(positionAfter(result));
+inline Place* tokenAfter(const Place* position, const Result& result) {
+    const bool isReadAgainAsItIs = result.end->plain && !holds(position, ';');
+    return isReadAgainAsItIs ? result.end : tokenAt(positionAfter(position, result));
 }

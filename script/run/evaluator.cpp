@@ -18,24 +18,19 @@
 
 // Operands ------------------------------------------------------------------------------------
 
-struct Evaluated {
-    int32_t value;
-    Place* place;  // the first token not used
-};
-
 // Each level of the grammar is a function that is given the token it starts at. What an expression
 // is made of mostly - variables, numbers, operators - is compiled into its callers; what takes its
 // time anyway is kept out of line.
 
-static Evaluated evalAssign(Place* token);
+static Result evalAssign(Place* at);
 
 // The two calls of an identifier. `position` is where the arguments are read.
-[[gnu::noinline]] static Evaluated evalCall(Place* token, Place* position) {
-    const Symbol* name = token->name;
+[[gnu::noinline]] static Result evalCall(Place* at, Place* position) {
+    const Symbol* name = at->symbol;
     int32_t value = 0;
     enterNesting(position);
     if (name->builtin != nullptr) {
-        gToken = token;
+        gToken = at;
         gProgramPos = position;
         value = name->builtin->handler();
         position = gProgramPos;
@@ -47,33 +42,33 @@ static Evaluated evalAssign(Place* token);
     return {value, tokenAt(position)};
 }
 
-// The value of the variable that `token` names.
-static inline int32_t findVar(const Place* token) {
-    const ScriptVariable* variable = lookUpVariable(token->name);
-    if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable, token->next);
+// The value of the variable that `at` names.
+static inline int32_t findVar(const Place* at) {
+    const ScriptVariable* variable = lookUpVariable(at->symbol);
+    if (variable == nullptr) syntaxError(ScriptError::NoSuchVariable, at->next);
     return variable->value;
 }
 
 // identifier -> builtin arguments | function arguments | variable
 // A built-in hides a function, a function hides a variable of the same name. `position` is where
 // reading goes on after the identifier.
-static Evaluated evalName(Place* token, Place* position) {
-    const Symbol* name = token->name;
-    if (name->builtin != nullptr || name->function != nullptr) return evalCall(token, position);
-    const int32_t value = findVar(token);
+static Result evalName(Place* at, Place* position) {
+    const Symbol* name = at->symbol;
+    if (name->builtin != nullptr || name->function != nullptr) return evalCall(at, position);
+    const int32_t value = findVar(at);
     Place* next = tokenAt(position);
-    if (token->next->plain && next->punctuator != '=') token->operand = Operand::Variable;
+    if (at->next->plain && !holds(next, '=')) at->operand = Operand::Variable;
     return {value, next};
 }
 
-static Evaluated evalNumber(Place* token) {
-    Place* next = tokenAt(token->next);
-    token->operand = Operand::Number;
-    return {token->number, next};
+static Result evalNumber(Place* at) {
+    Place* next = tokenAt(at->next);
+    at->operand = Operand::Number;
+    return {at->number, next};
 }
 
 // No escapes: the character counts as it is.
-[[gnu::noinline]] static Evaluated evalCharacter(const Place* quote) {
+[[gnu::noinline]] static Result evalCharacter(const Place* quote) {
     const char* position = textAt(quote->next);
     if (byteAt(position) == '\0' || byteAt(position + 1) != '\'') {
         syntaxError(ScriptError::NoClosingQuote, quote->next);
@@ -82,41 +77,41 @@ static Evaluated evalNumber(Place* token) {
 }
 
 // atom -> identifier ... | number | "'" character "'" | (nothing, before a ")": it counts as 0)
-static Evaluated atom(Place* token) {
-    if (token->kind == TokenKind::Identifier) return evalName(token, token->next);
-    if (token->kind == TokenKind::Number) return evalNumber(token);
-    if (token->punctuator == '\'') return evalCharacter(token);
-    if (token->punctuator == ')') return {0, token};
-    syntaxError(ScriptError::Syntax, token->next);
+static Result atom(Place* at) {
+    if (at->token.kind == TokenKind::Identifier) return evalName(at, at->next);
+    if (at->token.kind == TokenKind::Number) return evalNumber(at);
+    if (holds(at, '\'')) return evalCharacter(at);
+    if (holds(at, ')')) return {0, at};
+    syntaxError(ScriptError::Syntax, at->next);
 }
 
 // paren -> "(" assign ")" | atom
-static Evaluated evalParen(Place* token) {
-    if (token->punctuator != '(') return atom(token);
-    enterNesting(token->next);
-    const Evaluated inner = evalAssign(tokenAt(token->next));
-    if (inner.place->punctuator != ')') syntaxError(ScriptError::NoParens, inner.place->next);
+static Result evalParen(Place* at) {
+    if (!holds(at, '(')) return atom(at);
+    enterNesting(at->next);
+    const Result inner = evalAssign(tokenAt(at->next));
+    if (!holds(inner.end, ')')) syntaxError(ScriptError::NoParens, inner.end->next);
     leaveNesting();
-    return {inner.value, tokenAt(inner.place->next)};
+    return {inner.value, tokenAt(inner.end->next)};
 }
 
-[[gnu::noinline]] static Evaluated evalSigned(const Place* sign) {
-    const Evaluated operand = evalParen(tokenAt(sign->next));
-    const bool minus = sign->punctuator == '-';
-    return {minus ? wrapSubtract(0, operand.value) : operand.value, operand.place};
+[[gnu::noinline]] static Result evalSigned(const Place* sign) {
+    const Result operand = evalParen(tokenAt(sign->next));
+    const bool minus = holds(sign, '-');
+    return {minus ? wrapSubtract(0, operand.value) : operand.value, operand.end};
 }
 
 // unary -> [ "+" | "-" ] paren
-[[gnu::noinline]] static Evaluated evalUnary(Place* token) {
-    const bool isSigned = token->punctuator == '-' || token->punctuator == '+';
-    return isSigned ? evalSigned(token) : evalParen(token);
+[[gnu::noinline]] static Result evalUnary(Place* at) {
+    const bool isSigned = holds(at, '-') || holds(at, '+');
+    return isSigned ? evalSigned(at) : evalParen(at);
 }
 
 // Fast path for an operand already classified.
-[[gnu::always_inline]] static inline Evaluated evalOperand(Place* token) {
-    if (token->operand == Operand::Variable) return {findVar(token), token->next};
-    if (token->operand == Operand::Number) return {token->number, token->next};
-    return evalUnary(token);
+[[gnu::always_inline]] static inline Result evalOperand(Place* at) {
+    if (at->operand == Operand::Variable) return {findVar(at), at->next};
+    if (at->operand == Operand::Number) return {at->number, at->next};
+    return evalUnary(at);
 }
 
 // Operators -----------------------------------------------------------------------------------
@@ -138,59 +133,59 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 }
 
 // product -> unary { ( "*" | "/" | "%" ) unary }
-[[gnu::always_inline]] static inline Evaluated evalMulDiv(int32_t value, Place* token) {
-    while (token->precedence == Precedence::Product) {
-        const Evaluated right = evalOperand(tokenAt(token->next));
-        value = multiplyOrDivide(token->punctuator, value, right.value, right.place);
-        token = right.place;
+[[gnu::always_inline]] static inline Result evalMulDiv(int32_t value, Place* at) {
+    while (at->precedence == Precedence::Product) {
+        const Result right = evalOperand(tokenAt(at->next));
+        value = multiplyOrDivide(at->token.punctuator, value, right.value, right.end);
+        at = right.end;
     }
-    return {value, token};
+    return {value, at};
 }
 
-// evalAddSub where `token` is an operator of the sum or of its first product.
-[[gnu::noinline]] static Evaluated evalSum(int32_t value, Place* token) {
-    const Evaluated left = evalMulDiv(value, token);
+// evalAddSub where `at` is an operator of the sum or of its first product.
+[[gnu::noinline]] static Result addAndSubtract(int32_t value, Place* at) {
+    const Result left = evalMulDiv(value, at);
     value = left.value;
-    token = left.place;
-    while (token->precedence == Precedence::Sum) {
-        const Evaluated first = evalOperand(tokenAt(token->next));
-        const Evaluated right = evalMulDiv(first.value, first.place);
-        const bool minus = token->punctuator == '-';
+    at = left.end;
+    while (at->precedence == Precedence::Sum) {
+        const Result first = evalOperand(tokenAt(at->next));
+        const Result right = evalMulDiv(first.value, first.end);
+        const bool minus = holds(at, '-');
         value = minus ? wrapSubtract(value, right.value) : wrapAdd(value, right.value);
-        token = right.place;
+        at = right.end;
     }
-    return {value, token};
+    return {value, at};
 }
 
 // sum -> product { ( "+" | "-" ) product }
-[[gnu::always_inline]] static inline Evaluated evalAddSub(int32_t value, Place* token) {
-    if (token->precedence < Precedence::Sum) return {value, token};
-    return evalSum(value, token);
+[[gnu::always_inline]] static inline Result evalAddSub(int32_t value, Place* at) {
+    if (at->precedence < Precedence::Sum) return {value, at};
+    return addAndSubtract(value, at);
 }
 
-// The comparison of `value` by the operator `token`. That may be an empty token: its right operand
+// The comparison of `value` by the operator `at`. That may be an empty token: its right operand
 // is read, evaluated and dropped.
-[[gnu::noinline]] static Evaluated evalComparison(int32_t value, Place* token) {
-    const Evaluated first = evalOperand(tokenAt(token->next));
-    const Evaluated right = evalAddSub(first.value, first.place);
-    const char relation = token->punctuator;
+[[gnu::noinline]] static Result evalComparison(int32_t value, Place* at) {
+    const Result first = evalOperand(tokenAt(at->next));
+    const Result right = evalAddSub(first.value, first.end);
+    const char relation = at->token.punctuator;
     if (relation != 0) value = compareValues(relation, value, right.value) ? 1 : 0;
-    return {value, right.place};
+    return {value, right.end};
 }
 
 // relation -> sum [ ( "<" | "<=" | ">" | ">=" | "==" | "!=" | empty token ) sum ]
 // One comparison only.
-[[gnu::always_inline]] static inline Evaluated evalRelational(int32_t value, Place* token) {
-    const Evaluated left = evalAddSub(value, token);
-    if (left.place->precedence != Precedence::Relation) return {left.value, left.place};
-    return evalComparison(left.value, left.place);
+[[gnu::always_inline]] static inline Result evalRelational(int32_t value, Place* at) {
+    const Result left = evalAddSub(value, at);
+    if (left.end->precedence != Precedence::Relation) return {left.value, left.end};
+    return evalComparison(left.value, left.end);
 }
 
 // The value of an assignment is that of its right side.
-[[gnu::noinline]] static Evaluated assign(ScriptVariable* variable, const Place* name,
-                                          const Place* equalsSign) {
+[[gnu::noinline]] static Result assign(ScriptVariable* variable, const Place* name,
+                                       const Place* equalsSign) {
     enterNesting(name->next);
-    const Evaluated right = evalAssign(tokenAt(equalsSign->next));
+    const Result right = evalAssign(tokenAt(equalsSign->next));
     variable->value = right.value;
     leaveNesting();
     return right;
@@ -201,36 +196,35 @@ static int32_t multiplyOrDivide(char operation, int32_t a, int32_t b, const Plac
 // That moves the position: past blanks and comments, past an empty token, into a string. A
 // plain token is found again from either position; only getche and getnum, which go on character by
 // character, could tell.
-static Evaluated evalAssignName(Place* token) {
-    Place* position = token->next;
-    if (!position->plain || position->punctuator == '=' || token->name->builtin != nullptr) {
-        ScriptVariable* variable = lookUpVariable(token->name);
+static Result evalAssignName(Place* at) {
+    Place* position = at->next;
+    if (!position->plain || holds(position, '=') || at->symbol->builtin != nullptr) {
+        ScriptVariable* variable = lookUpVariable(at->symbol);
         if (variable != nullptr) {
             const Place* after = tokenAt(position);
-            if (after->punctuator == '=') return assign(variable, token, after);
+            if (holds(after, '=')) return assign(variable, at, after);
             position = after->back;
         }
     }
-    const Evaluated left = evalName(token, position);
-    return evalRelational(left.value, left.place);
+    const Result left = evalName(at, position);
+    return evalRelational(left.value, left.end);
 }
 
 // assign -> variable "=" assign | relation
-static Evaluated evalAssign(Place* token) {
-    if (token->kind == TokenKind::Identifier && token->operand != Operand::Variable) {
-        return evalAssignName(token);
+static Result evalAssign(Place* at) {
+    if (at->token.kind == TokenKind::Identifier && at->operand != Operand::Variable) {
+        return evalAssignName(at);
     }
-    const Evaluated left = evalOperand(token);
-    if (left.place->precedence == Precedence::None) return {left.value, left.place};
-    return evalRelational(left.value, left.place);
+    const Result left = evalOperand(at);
+    if (left.end->precedence == Precedence::None) return {left.value, left.end};
+    return evalRelational(left.value, left.end);
 }
 
 // Expressions ---------------------------------------------------------------------------------
 
 Result evalExpression(Place* position) {
-    Place* token = tokenAt(position);
-    if (token->length == 0) syntaxError(ScriptError::NoExpression, token->next);
-    if (token->punctuator == ';') return {0, true, token};
-    const Evaluated result = evalAssign(token);
-    return {result.value, false, result.place};
+    Place* at = tokenAt(position);
+    if (at->token.length == 0) syntaxError(ScriptError::NoExpression, at->next);
+    if (holds(at, ';')) return {0, at};
+    return evalAssign(at);
 }

@@ -30,42 +30,42 @@ static Place* getArgs(Place* position) {
     int32_t values[kMaxArguments];
     int32_t count = 0;
 
-    Place* token = tokenAt(position);
-    if (token->punctuator != '(') syntaxError(ScriptError::NoParens, token->next);
+    Place* at = tokenAt(position);
+    if (!holds(at, '(')) syntaxError(ScriptError::NoParens, at->next);
     do {
-        if (count == kMaxArguments) syntaxError(ScriptError::TooManyArguments, token->next);
-        const Result argument = evalExpression(token->next);
+        if (count == kMaxArguments) syntaxError(ScriptError::TooManyArguments, at->next);
+        Place* const start = at->next;
+        const Result argument = evalExpression(start);
         values[count++] = argument.value;
-        token = tokenAfter(argument);
-    } while (token->punctuator == ',');
+        at = tokenAfter(start, argument);
+    } while (holds(at, ','));
 
     while (count > 0)
-        pushArgument(values[--count], token->next);
-    return token->next;
+        pushArgument(values[--count], at->next);
+    return at->next;
 }
 
 // Reads the parameters at `position`, in the callee's definition, and names the arguments with
-// them, the first one the first. `base` is where the callee's frame starts: parameters without an
-// argument become locals with the value 0, and nothing below the frame is touched. Returns the
+// them, the first one the first. `base` is where the callee's call frame starts: parameters without
+// an argument become locals with the value 0, and nothing below it is touched. Returns the
 // position after the list.
 static Place* getParams(Place* position, int32_t base) {
     int32_t slot = gLocalTop - 1;
-    Place* token = nullptr;
+    Place* at = nullptr;
     do {
-        token = tokenAt(position);
-        if (token->punctuator == ')') return token->next;
-        if (token->keyword != KeywordCode::Char && token->keyword != KeywordCode::Int) {
-            syntaxError(ScriptError::NoTypeSpecifier, token->next);
+        at = tokenAt(position);
+        if (holds(at, ')')) return at->next;
+        if (at->token.keyword != KeywordCode::Char && at->token.keyword != KeywordCode::Int) {
+            syntaxError(ScriptError::NoTypeSpecifier, at->next);
         }
-        token = tokenAt(token->next);
-        Symbol* name = declaredSymbol(token);
-        ScriptVariable* argument =
-            slot >= base ? &gLocalStack[slot--] : pushArgument(0, token->next);
+        at = tokenAt(at->next);
+        Symbol* name = declaredSymbol(at);
+        ScriptVariable* argument = slot >= base ? &gLocalStack[slot--] : pushArgument(0, at->next);
         nameArgument(argument, name);
-        token = tokenAt(token->next);
-        position = token->next;
-    } while (token->punctuator == ',');
-    if (token->punctuator != ')') syntaxError(ScriptError::NoParens, token->next);
+        at = tokenAt(at->next);
+        position = at->next;
+    } while (holds(at, ','));
+    if (!holds(at, ')')) syntaxError(ScriptError::NoParens, at->next);
     return position;
 }
 

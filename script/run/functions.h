@@ -12,7 +12,7 @@ constexpr int32_t kMaxArguments = 32;  // of one call
 
 struct ScriptFunction {
     Symbol* name = nullptr;     // lower case: the lexer lowers every identifier
-    int32_t returnType = 0;     // keyword code of the type word; recorded, never used
+    int32_t returnType = 0;     // keyword code of the type word: kept on purpose, nothing reads it
     Place* location = nullptr;  // just after the definition's "("
 };
 

@@ -21,49 +21,49 @@
 // Any token serves as a name. No initialisers. Returns the position after the ";".
 static Place* declareGlobals(Place* type) {
     ScriptVariable global;
-    global.type = static_cast<int32_t>(type->keyword);
-    Place* token = type;
+    global.type = static_cast<int32_t>(type->token.keyword);
+    Place* at = type;
     do {
-        Place* name = tokenAt(token->next);
+        Place* name = tokenAt(at->next);
         global.name = declaredSymbol(name);
         declareGlobalVariable(global, name->next);
-        token = tokenAt(name->next);
-    } while (token->punctuator == ',');
-    if (token->punctuator != ';') syntaxError(ScriptError::NoSemicolon, token->next);
-    return token->next;
+        at = tokenAt(name->next);
+    } while (holds(at, ','));
+    if (!holds(at, ';')) syntaxError(ScriptError::NoSemicolon, at->next);
+    return at->next;
 }
 
 // Records what the type word begins, if a name follows it. Parameters are read when the function is
 // called, not here. Returns the position after the declaration, which is before a function's body.
 static Place* declareFunctionOrGlobals(Place* type) {
     Place* name = tokenAt(type->next);
-    if (name->kind != TokenKind::Identifier) return name->next;
+    if (name->token.kind != TokenKind::Identifier) return name->next;
     ScriptFunction function;
-    function.returnType = static_cast<int32_t>(type->keyword);
+    function.returnType = static_cast<int32_t>(type->token.keyword);
     function.name = declaredSymbol(name);
-    Place* token = tokenAt(name->next);
-    if (token->punctuator != '(') return declareGlobals(type);
-    function.location = token->next;
+    Place* at = tokenAt(name->next);
+    if (!holds(at, '(')) return declareGlobals(type);
+    function.location = at->next;
     recordFunction(function);
     Place* end = afterCloseParen(function.location);
     keepTokens(function.location, end);
     return end;
 }
 
-// Declares what `token`, outside of all braces, begins. Returns the position to go on from.
-static Place* prescanFrom(Place* token) {
-    if (token->keyword == KeywordCode::Char || token->keyword == KeywordCode::Int) {
-        return declareFunctionOrGlobals(token);
+// Declares what `at`, outside of all braces, begins. Returns the position to go on from.
+static Place* prescanFrom(Place* at) {
+    if (at->token.keyword == KeywordCode::Char || at->token.keyword == KeywordCode::Int) {
+        return declareFunctionOrGlobals(at);
     }
-    return token->punctuator == '{' ? findBalance(token->next, '{', '}')->next : token->next;
+    return holds(at, '{') ? findBalance(at->next, '{', '}')->next : at->next;
 }
 
 static void prescan() {
     gFunctionCount = 0;
-    Place* token = tokenAt(gPlaces);
-    while (token->keyword != KeywordCode::Finished) {
-        waitIfStuck(token);
-        token = tokenAt(prescanFrom(token));
+    Place* at = tokenAt(gPlaces);
+    while (at->token.keyword != KeywordCode::Finished) {
+        waitIfStuck(at);
+        at = tokenAt(prescanFrom(at));
     }
 }
 

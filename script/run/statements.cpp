@@ -23,79 +23,82 @@ struct Executed {
     bool textHasEnded;
 };
 
-static Executed runStatement(Place* position);
+static Executed execStatement(Place* position);
 
-static bool isEnd(const Place* token) {
-    return token->keyword == KeywordCode::Finished;
+static bool isEnd(const Place* at) {
+    return at->token.keyword == KeywordCode::Finished;
 }
 
 // type name { "," name } ";"
 // No initialisers. In the body of a loop every pass pushes new locals until the function returns.
-// Not compiled into runBlock, like the other statements that run seldom: it stays the smaller.
+// Not compiled into execBlock, like the other statements that run seldom: it stays the smaller.
 [[gnu::noinline]] static Executed declareLocal(Place* type) {
-    Place* token = type;
+    Place* at = type;
     do {
-        Place* name = tokenAt(token->next);
-        pushLocal(declaredSymbol(name), static_cast<int32_t>(type->keyword), name->next);
-        token = tokenAt(name->next);
-    } while (token->punctuator == ',');
-    if (token->punctuator != ';') syntaxError(ScriptError::NoSemicolon, token->next);
-    return {token->next, false};
+        Place* name = tokenAt(at->next);
+        pushLocal(declaredSymbol(name), static_cast<int32_t>(type->token.keyword), name->next);
+        at = tokenAt(name->next);
+    } while (holds(at, ','));
+    if (!holds(at, ';')) syntaxError(ScriptError::NoSemicolon, at->next);
+    return {at->next, false};
 }
 
 // "if" expression statement [ "else" statement ]
 static Executed execIf(Place* word) {
     const Result test = evalExpression(word->next);
+    Place* body = positionAfter(word->next, test);
     // After the statement the block around us skips the else part when it meets it.
-    if (test.value != 0) return runStatement(positionAfter(test));
-    Place* next = tokenAt(findEndOfBlock(positionAfter(test)));
-    if (next->keyword == KeywordCode::Else) return runStatement(next->next);
+    if (test.value != 0) return execStatement(body);
+    Place* next = tokenAt(findEndOfBlock(body));
+    if (next->token.keyword == KeywordCode::Else) return execStatement(next->next);
     return {next->back, isEnd(next)};
 }
 
 // "while" expression statement
 static Executed execWhile(Place* word) {
     const Result test = evalExpression(word->next);
-    if (test.value == 0) return {findEndOfBlock(positionAfter(test)), false};
-    const Executed body = runStatement(positionAfter(test));
-    return {word->back, body.textHasEnded};  // back to the word itself
+    Place* body = positionAfter(word->next, test);
+    if (test.value == 0) return {findEndOfBlock(body), false};
+    return {word->back, execStatement(body).textHasEnded};  // back to the word itself
 }
 
 // "do" statement "while" expression ";"
 [[gnu::noinline]] static Executed execDo(Place* word) {
-    Place* next = tokenAt(runStatement(word->next).position);
-    if (next->keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile, next->next);
+    Place* next = tokenAt(execStatement(word->next).position);
+    if (next->token.keyword != KeywordCode::While) syntaxError(ScriptError::NoWhile, next->next);
     const Result test = evalExpression(next->next);
-    return {test.value != 0 ? word->back : positionAfter(test), isEnd(test.end)};
+    Place* after = positionAfter(next->next, test);
+    return {test.value != 0 ? word->back : after, isEnd(test.end)};
 }
 
 // A part of a `for` up to its ";": its value, and the position one character further on. That
 // character is the ";" put back; after an empty part, whose ";" is used up, it is the one after it.
-static Place* evaluateForPart(Place* position, int32_t& value) {
+static Place* evalForPart(Place* position, int32_t& value) {
     const Result part = evalExpression(position);
-    if (part.end->punctuator != ';') syntaxError(ScriptError::NoSemicolon, positionAfter(part));
+    Place* after = positionAfter(position, part);
+    if (!holds(part.end, ';')) syntaxError(ScriptError::NoSemicolon, after);
     value = part.value;
-    return afterCharacter(positionAfter(part));
+    return afterCharacter(after);
 }
 
 // "for" "(" expression ";" expression ";" expression ")" block
 [[gnu::noinline]] static Executed execFor(Place* word) {
     int32_t value = 0;
-    Place* test = evaluateForPart(tokenAt(word->next)->next, value);
+    Place* test = evalForPart(tokenAt(word->next)->next, value);
     for (;;) {
-        Place* step = evaluateForPart(test, value);
+        Place* step = evalForPart(test, value);
         Place* body = findBalance(step, '(', ')')->next;
         if (value == 0) return {findEndOfBlock(body), false};
-        runStatement(body);
+        execStatement(body);
         evalExpression(step);
     }
 }
 
 // The ";" after the expression is left to be read as a statement of its own; in a block, where
 // that does nothing, it is read here.
-static Executed execExpression(Place* token, bool inBlock) {
-    Place* end = evalExpression(token).end;
-    if (end->punctuator != ';') syntaxError(ScriptError::NoSemicolon, end->back);
+static Executed execExpression(Place* at, bool inBlock) {
+    Place* end = evalExpression(at).end;
+    if (!holds(end, ';')) syntaxError(ScriptError::NoSemicolon, end->back);
     return {inBlock ? end->next : end->back, false};
 }
 
@@ -103,12 +106,12 @@ static Executed execExpression(Place* token, bool inBlock) {
 static Executed execReturn(Place* word) {
     const Result result = evalExpression(word->next);
     gReturnValue = result.value;
-    return {positionAfter(result), isEnd(result.end)};
+    return {positionAfter(word->next, result), isEnd(result.end)};
 }
 
-// Runs the keyword statement of `word`, or skips a token that is none.
+// Executes the keyword statement of `word`, or skips a token that is none.
 static Executed execKeyword(Place* word) {
-    switch (word->keyword) {
+    switch (word->token.keyword) {
         case KeywordCode::Char:
         case KeywordCode::Int:
             return declareLocal(word);
@@ -129,34 +132,34 @@ static Executed execKeyword(Place* word) {
     }
 }
 
-static Executed runBlock(Place* position) {
+static Executed execBlock(Place* position) {
     bool inBlock = false;
     Executed done = {position, false};
     do {
-        Place* token = tokenAt(done.position);
-        if (token->kind == TokenKind::Identifier) {
-            done = execExpression(token, inBlock);
-        } else if (token->kind == TokenKind::Block) {
-            done = {token->next, false};
-            if (token->punctuator == '}') return done;
+        Place* at = tokenAt(done.position);
+        if (at->token.kind == TokenKind::Identifier) {
+            done = execExpression(at, inBlock);
+        } else if (at->token.kind == TokenKind::Block) {
+            done = {at->next, false};
+            if (holds(at, '}')) return done;
             inBlock = true;
-        } else if (token->keyword == KeywordCode::Return) {
-            return execReturn(token);
+        } else if (at->token.keyword == KeywordCode::Return) {
+            return execReturn(at);
         } else {
-            if (inBlock) waitIfStuck(token);
-            done = execKeyword(token);
+            if (inBlock) waitIfStuck(at);
+            done = execKeyword(at);
         }
     } while (inBlock && !done.textHasEnded);
     return done;
 }
 
-static Executed runStatement(Place* position) {
+static Executed execStatement(Place* position) {
     enterNesting(position);
-    const Executed done = runBlock(position);
+    const Executed done = execBlock(position);
     leaveNesting();
     return done;
 }
 
 void interpretBlock(Place* position) {
-    runStatement(position);
+    execStatement(position);
 }

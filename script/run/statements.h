@@ -1,4 +1,4 @@
-// The statements of the language, run straight from the text.
+// The statements of the language, executed straight from the text.
 //
 // A loop is no loop in here: `while` and `do` move the position back to their word, and the block
 // around them reads the statement again. What is skipped - the branch not taken, the body of a loop
@@ -7,7 +7,7 @@
 
 struct Place;
 
-// Runs one statement, or one block in braces, at `position`: the body of a function.
+// Executes one statement, or one block in braces, at `position`: the body of a function.
 //
 // `return` ends only the interpretBlock that reads it. Directly in a function's body that ends the
 // function; in a nested block the rest of that block still runs, as part of the block around it,

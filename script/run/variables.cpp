@@ -26,7 +26,7 @@ void declareGlobalVariable(const ScriptVariable& variable, const Place* position
     if (variable.name->global == nullptr) variable.name->global = &slot;
 }
 
-static ScriptVariable* searchFrame(const Symbol* name, int32_t base) {
+static ScriptVariable* searchCallFrame(const Symbol* name, int32_t base) {
     for (int32_t i = gLocalTop - 1; i >= base; i--) {
         if (gLocalStack[i].name == name) return &gLocalStack[i];
     }
@@ -34,8 +34,8 @@ static ScriptVariable* searchFrame(const Symbol* name, int32_t base) {
 }
 
 ScriptVariable* searchVariable(Symbol* name) {
-    const int32_t depth = gCallDepth;  // once: the frame searched and the call it is kept for agree
-    ScriptVariable* local = searchFrame(name, gCallStack[depth]);
+    const int32_t depth = gCallDepth;  // once: the frame and the call that is kept agree
+    ScriptVariable* local = searchCallFrame(name, gCallStack[depth]);
     keepVariable(name, local != nullptr ? local : name->global, gCallNumbers[depth]);
     return name->variable;
 }

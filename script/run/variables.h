@@ -24,7 +24,7 @@ constexpr int32_t kParameterType = 3;
 
 struct ScriptVariable {
     Symbol* name = nullptr;        // null for an argument that no parameter names
-    int32_t type = kArgumentType;  // recorded, never used
+    int32_t type = kArgumentType;  // how it was declared: kept on purpose, nothing reads it
     int32_t value = 0;
 };
 
@@ -34,13 +34,13 @@ extern int32_t gGlobalCount;                     // used entries of gGlobalVars
 // Locals and arguments of all active calls; gLocalTop entries are used.
 extern ScriptVariable gLocalStack[kMaxLocals];
 
-// For each active call, gLocalTop at its start: the frame base. Index 0: outside any call, where it
-// is 0.
+// For each active call, gLocalTop at its start: the base of its call frame. Index 0: outside any
+// call, where it is 0.
 extern int32_t gCallStack[1 + kMaxCalls];
 
 // The numbers of the active calls; index 0: outside any call. No two calls have the same. A
-// symbol's cached variable is valid only while its call number matches, so no frame is searched
-// twice for it.
+// symbol's cached variable is valid only while its call number matches, so no call frame is
+// searched twice for it.
 extern uint64_t gCallNumbers[1 + kMaxCalls];
 
 // The number of the call that this thread entered last; 0 before the first. Each thread counts from
@@ -52,13 +52,13 @@ inline uint64_t nextCallNumber() {
     return ++gLastCallNumber;
 }
 
-// Makes `variable`, null for none, what the name stands for in the call with this number.
+// Makes `variable`, null for none, what the symbol stands for in the call with this number.
 inline void keepVariable(Symbol* name, ScriptVariable* variable, uint64_t call) {
     name->variable = variable;
     name->call = call;
 }
 
-// lookUpVariable by a search of the frame and the globals; keeps what it finds with the name.
+// lookUpVariable by a search of the call frame and the globals; keeps what it finds with the name.
 ScriptVariable* searchVariable(Symbol* name);
 
 // Raises TooManyGlobals, at `position`, when gGlobalVars is full.
@@ -92,7 +92,7 @@ inline void nameArgument(ScriptVariable* argument, Symbol* name) {
     keepVariable(name, argument, call);
 }
 
-// Enters a call whose frame starts at gLocalStack[base]. Raises TooManyCalls.
+// Enters a call, with its call frame at gLocalStack[base]. Raises TooManyCalls.
 inline void pushCall(int32_t base, const Place* position) {
     const int32_t depth = gCallDepth + 1;
     if (depth > kMaxCalls) syntaxError(ScriptError::TooManyCalls, position);
@@ -109,8 +109,9 @@ inline int32_t popCall(const Place* position) {
     return gCallStack[depth];
 }
 
-// The look-up of a name: the current call's locals from the newest to the oldest, then the globals;
-// the first match counts. A callee cannot see the locals of its caller. Null if there is none.
+// The look-up of a symbol: the current call's locals from the newest to the oldest, then the
+// globals; the first match counts. A callee cannot see the locals of its caller. Null if there is
+// none.
 inline ScriptVariable* lookUpVariable(Symbol* name) {
     const bool isKept = name->call == gCallNumbers[gCallDepth];
     return isKept ? name->variable : searchVariable(name);

@@ -5,14 +5,28 @@
 
 #include "script/source/text.h"
 
+static char lower(char c) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+}
+
 KeywordCode lookUpKeyword(char* text) {
     for (char* c = text; *c != '\0'; c++) {
-        *c = static_cast<char>(std::tolower(static_cast<unsigned char>(*c)));
+        *c = lower(*c);
     }
     for (const KeywordName* keyword = gKeywords; keyword->name[0] != '\0'; keyword++) {
         if (std::strcmp(keyword->name, text) == 0) return keyword->code;
     }
     return KeywordCode::None;
+}
+
+void copyText(const Token& token, TokenText& text) {
+    const bool isRelation = token.punctuator > 0 && token.punctuator <= kNotEqual;
+    const bool isWord = token.kind == TokenKind::Identifier || token.kind == TokenKind::Keyword;
+    const char* from = token.start + (token.kind == TokenKind::String ? 1 : 0);
+    for (size_t i = 0; i < token.length; i++) {
+        text[i] = isRelation ? token.punctuator : isWord ? lower(from[i]) : from[i];
+    }
+    text[token.length] = '\0';
 }
 
 bool isDelimiter(char c) {
@@ -60,20 +74,19 @@ static void fail(Token& token, const char* place, TokenFault fault) {
 }
 
 // Makes `c` the whole text, `length` times.
-static void takeSymbol(Token& token, const char* p, char c, int length) {
+static void takePunctuator(Token& token, const char* p, char c, int length) {
     token.punctuator = c;
     token.length = static_cast<uint8_t>(c == '\0' ? 0 : length);
-    std::memset(token.text, c, token.length);
     token.end = p + length;
 }
 
-// Appends the character at `p`; returns false, the token failed, if there is no room for it.
+// Counts the character at `p` in; returns false, the token failed, if there is no room for it.
 static bool appendCharacter(Token& token, const char* p) {
     if (size_t{token.length} + 1 >= kTokenCapacity) {
         fail(token, p, TokenFault::TooLong);
         return false;
     }
-    token.text[token.length++] = *p;
+    token.length++;
     return true;
 }
 
@@ -94,7 +107,9 @@ static void takeWord(Token& token, const char* p, TokenKind kind) {
     token.kind = kind;
     token.end = p;
     if (kind == TokenKind::Pending) {
-        token.keyword = lookUpKeyword(token.text);
+        TokenText word;
+        copyText(token, word);
+        token.keyword = lookUpKeyword(word);
         const bool isKeyword = token.keyword != KeywordCode::None;
         token.kind = isKeyword ? TokenKind::Keyword : TokenKind::Identifier;
     }
@@ -107,9 +122,9 @@ static void takeToken(Token& token, const char* p) {
     const char c = byteAt(p);
     const bool orEqual = byteAt(p + 1) == '=';
     if (const char relation = relationCode(c, orEqual); relation != '\0') {
-        takeSymbol(token, p, relation, orEqual ? 2 : 1);
+        takePunctuator(token, p, relation, orEqual ? 2 : 1);
     } else if (std::strchr(kDelimiters, c) != nullptr) {
-        takeSymbol(token, p, c, 1);
+        takePunctuator(token, p, c, 1);
     } else if (c == '"') {
         takeString(token, p + 1);
     } else if (std::isdigit(static_cast<unsigned char>(c)) != 0) {
@@ -135,7 +150,7 @@ Token readToken(const char* position) {
     } else if (c == '{' || c == '}') {
         token.kind = TokenKind::Block;
         token.start = p;
-        takeSymbol(token, p, c, 1);
+        takePunctuator(token, p, c, 1);
     } else if (c == '/' && second == '*') {
         p = skipBlockComment(p);
         if (p == nullptr) fail(token, gProgramEnd, TokenFault::OpenComment);

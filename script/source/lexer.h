@@ -93,12 +93,16 @@ struct Token {
     const char* end = nullptr;    // the position after the token; with a fault, the fault's place
     TokenKind kind = TokenKind::Delimiter;
     KeywordCode keyword = KeywordCode::None;
-    char punctuator =
-        0;  // the text's first byte if this is a delimiter or a brace; 0 if it is empty
-    uint8_t length = 0;  // of the text
+    char punctuator = 0;  // the text's first byte if this is a delimiter or a brace and has one
+    uint8_t length = 0;   // of the text
     TokenFault fault = TokenFault::None;
-    char text[kTokenCapacity] = "";  // zero-terminated; words are in lower case
 };
+
+using TokenText = char[kTokenCapacity];  // zero-terminated
+
+// Writes the text of a token that has no fault: words in lower case, strings without their quotes,
+// relational operators as their codes.
+void copyText(const Token& token, TokenText& text);
 
 // Reads the token at `position`, which may be anywhere in the text and at most one past its end.
 // Only one line end is skipped, so an empty line gives an empty token; so does a character that
@@ -108,5 +112,5 @@ Token readToken(const char* position);
 // Lowers `text` in place and returns the keyword it then is, or None.
 KeywordCode lookUpKeyword(char* text);
 
-// True for the characters that end a number or a word.
+// True for the characters that end a number or a word: kEndOfWord, and not kDelimiters.
 bool isDelimiter(char c);

@@ -1,7 +1,7 @@
-// Names: every distinct word of the script once, with what it stands for.
+// Symbols: every distinct word of the script once, with what it stands for.
 //
-// Two tokens with the same text have the same Name, so names are compared by address and what a
-// name means is found without a search. Names live until the next program text is loaded.
+// Two tokens with the same text have the same Symbol, so symbols are compared by address and what
+// one means is found without a search. Symbols live until the next program text is loaded.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ struct BuiltinFunction;
 struct Place;
 struct ScriptVariable;
 
-constexpr int32_t kMaxBuiltins = 64;  // names that the engine itself may declare
+constexpr int32_t kMaxBuiltins = 64;  // symbols that the engine itself may declare
 
 struct Symbol {
     char text[kTokenCapacity] = "";            // of its tokens, zero-terminated
@@ -30,5 +30,5 @@ Symbol* internSymbol(std::string_view text);
 // The Symbol of `text` if the script has used that word, else null. Any thread.
 Symbol* findSymbol(std::string_view text);
 
-// Forgets all names, for a new program text. Only while no script code runs.
+// Forgets all symbols, for a new program text. Only while no script code runs.
 void forgetSymbols();

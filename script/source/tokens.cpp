@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
-#include <cstring>
 #include <vector>
 
 Symbol gNoSymbol;
@@ -27,8 +26,8 @@ Place* placeAt(const char* position) {
 // Reading -------------------------------------------------------------------------------------
 
 // The relational operators are a zero-terminated set, and an empty token is found in it.
-static Precedence precedenceOf(const Place& place) {
-    switch (place.punctuator) {
+static Precedence precedenceOf(const Token& token) {
+    switch (token.punctuator) {
         case '*':
         case '/':
         case '%':
@@ -44,41 +43,41 @@ static Precedence precedenceOf(const Place& place) {
         case kNotEqual:
             return Precedence::Relation;
         default:
-            return place.length == 0 ? Precedence::Relation : Precedence::None;
+            return token.length == 0 ? Precedence::Relation : Precedence::None;
     }
 }
 
-static void keepMeaning(Place& place) {
-    place.precedence = precedenceOf(place);
-    const bool isEmpty = place.length == 0 && place.kind == TokenKind::Delimiter;
-    // A "/" directly after a comment is read as the start of one when it is read at its own place.
-    const char after = byteAt(textAt(place.next));
-    const bool opensComment = place.punctuator == '/' && (after == '/' || after == '*');
-    place.plain = place.length > 0 && place.kind != TokenKind::String && !opensComment;
-    place.stuck = isEmpty && place.keyword == KeywordCode::None && place.next == &place;
-    if (place.kind == TokenKind::Identifier) place.name = internSymbol(place.text);
-    if (place.kind == TokenKind::Number) {
-        place.number = static_cast<int32_t>(std::strtol(place.text, nullptr, 10));
+// A "/" directly after a comment is read as the start of one when it is read at its own place.
+static bool opensComment(const Token& token) {
+    const char after = byteAt(token.end);
+    return token.punctuator == '/' && (after == '/' || after == '*');
+}
+
+static void rememberMeaning(Place& place) {
+    const Token& token = place.token;
+    place.precedence = precedenceOf(token);
+    place.plain = token.length > 0 && token.kind != TokenKind::String && !opensComment(token);
+    if (token.kind != TokenKind::Identifier && token.kind != TokenKind::Number) return;
+    TokenText text;
+    copyText(token, text);
+    if (token.kind == TokenKind::Identifier) {
+        place.symbol = internSymbol(text);
+    } else {
+        place.number = static_cast<int32_t>(std::strtol(text, nullptr, 10));
     }
 }
 
-void keepToken(Place* kept) {
-    Place& place = *kept;
-    const Token token = readToken(textAt(&place));
-    place.kind = token.kind;
-    place.keyword = token.keyword;
-    place.punctuator = token.punctuator;
-    place.length = token.length;
-    place.fault = token.fault;
-    place.next = placeAt(token.end);
-    place.back = placeAt(token.end - token.length);
-    std::memcpy(place.text, token.text, sizeof place.text);
-    if (token.fault == TokenFault::None) keepMeaning(place);
+void keepToken(Place* place) {
+    const Token token = readToken(textAt(place));
+    place->token = token;
+    place->next = placeAt(token.end);
+    place->back = placeAt(token.end - token.length);
+    if (token.fault == TokenFault::None) rememberMeaning(*place);
     // Last of all: the other thread may read the place at any moment. This orders the stores for
     // the compiler, and x86 keeps that order; another processor may show the other thread a place
     // whose token is kept and whose fields are still those of an unread one.
     std::atomic_signal_fence(std::memory_order_release);
-    place.state = token.fault == TokenFault::None ? PlaceState::Kept : PlaceState::Faulty;
+    place->state = token.fault == TokenFault::None ? PlaceState::Kept : PlaceState::Faulty;
 }
 
 void keepTokens(const Place* from, const Place* to) {

@@ -1,16 +1,21 @@
 // The tokens of the script, and the memory that makes reading one again cost next to nothing.
 //
 // The text never changes after loading and a token depends on its position alone, so a token is
-// read by the lexer once and kept. Each position of the text has a Place, which holds the token
-// that is read there; a position is a pointer to its place, and so is a token. Kept with the token
-// are its value or symbol, the places around it, and where the brackets opened before it close:
-// what reading the text again would find.
+// read by the lexer once and kept. Each position of the text has a Place: the token that is read
+// there, and what is remembered of it - its value or symbol, the places after it and before it,
+// what an expression and a walk over brackets found there. All of that is what reading the text
+// again would find. A position is a pointer to its place.
 //
-// "x = 5;" at the start of the text:
+// "x = 5;" at the start of the text. There is a place for each of its bytes; four of them are read,
+// as "x" ends at byte 1, "=" at byte 3 and "5" at byte 5:
 //
-//     byte      0: x         1: blank   2: =       3: blank   4: 5       5: ;
-//     place     "x" symbol   "="        "="        "5"        "5" 5      ";"
-//     next      1            3          3          5          5          6
+//             place 0         place 1       place 2   place 3    place 4   place 5
+//     byte    x               blank         =         blank      5         ;
+//     token   "x" identifier  "=" at 2      unread    "5" at 4   unread    ";" at 5
+//     next    place 1         place 3                 place 5              place 6
+//     back    place 0         place 2                 place 4              place 5
+//     symbol  that of "x"
+//     number                                          5
 //
 // There is no token list and no reading position in here. Who reads holds the place it has come to
 // as a value: tokenAt(position) of script/errors/token_reader.h is the token there,
@@ -20,7 +25,8 @@
 // By default two threads run script code in this one state, unlocked: they may read each other's
 // tokens then. Every pointer stays inside the storage, in whatever order the processor shows one
 // thread what the other wrote: the pointers of a place are never null, and until its token is kept
-// they lead to the place itself and to a name that stands for nothing. ZEL_TICKS=main avoids it.
+// they lead to the place itself, to the start of the text and to a symbol that stands for nothing;
+// braceEnd and parenEnd are whole when they are not null. ZEL_TICKS=main avoids it.
 #pragma once
 
 #include <cstdint>
@@ -50,29 +56,36 @@ enum class Operand : uint8_t {
     Variable  // no call, and the token after it is plain and no "="
 };
 
-// The name of tokens that have none. No variable, no function and no built-in is called so.
+// The symbol of tokens that have none. No variable, no function and no built-in is called so.
 extern Symbol gNoSymbol;
 
 struct Place {
+    // What was read here. Until then: an empty token at the start of the text.
+    Token token = {gProgramBuffer, gProgramBuffer};
+
+    // What is remembered of it.
     PlaceState state = PlaceState::Unread;
     Precedence precedence = Precedence::None;
     Operand operand = Operand::Other;
-    bool plain =
-        false;  // reading again after putting back gives it again: not so empty ones, strings
-    bool stuck = false;  // zero length, ends where it starts: reading never advances
-    TokenKind kind = TokenKind::Delimiter;
-    KeywordCode keyword = KeywordCode::None;
-    char punctuator = 0;        // as in Token
-    uint8_t length = 0;         // of the token's text
-    int32_t number = 0;         // of a number: its value
-    Place* next = this;         // after the token; with a fault, at the fault
-    Place* back = this;         // where putting the token back leads
-    Symbol* name = &gNoSymbol;  // of an identifier, and of what a declaration took for a name
-    Place* braceEnd = nullptr;  // where findBalance from here found the "}"
-    Place* parenEnd = nullptr;  // the same for the ")"
-    TokenFault fault = TokenFault::None;
-    char text[kTokenCapacity] = "";
+    bool plain = false;  // put back and read again it is the same: not so empty ones, strings
+    int32_t number = 0;  // value of a number
+    Place* next = this;  // after the token; with a fault, at the fault
+    Place* back = this;  // where putting the token back leads
+    Symbol* symbol = &gNoSymbol;  // of an identifier, and of what a declaration took for a name
+    Place* braceEnd = nullptr;    // the "}" that ends a walk over "{" and "}" from here
+    Place* parenEnd = nullptr;    // the ")" that ends a walk over "(" and ")" from here
 };
+
+// True if the token is the delimiter, brace or relational operator `c`.
+inline bool holds(const Place* place, char c) {
+    return place->token.punctuator == c;
+}
+
+// True if the token has no length and ends where it starts, so that reading never advances. The end
+// of the text does so too and is none.
+inline bool isStuck(const Place* place) {
+    return place->next == place && place->token.keyword != KeywordCode::Finished;
+}
 
 // The places of the program text, in order: one for each byte, one for its end, one past that.
 extern Place* gPlaces;

@@ -52,7 +52,9 @@ static void expectSameToken(const Lexeme& ours, const Token& theirs, size_t posi
     const size_t end = static_cast<size_t>(theirs.end - gProgramBuffer);
     ASSERT_EQ(theirs.fault, ours.fault) << "at " << position;
     if (theirs.fault != TokenFault::None) return;
-    EXPECT_EQ(std::string(theirs.text), std::string(ours.text)) << "at " << position;
+    TokenText text;
+    copyText(theirs, text);
+    EXPECT_EQ(std::string(text), std::string(ours.text)) << "at " << position;
     EXPECT_EQ(theirs.kind, ours.kind) << "at " << position;
     EXPECT_EQ(theirs.keyword, ours.keyword) << "at " << position;
     EXPECT_EQ(end, ours.next) << "at " << position;
