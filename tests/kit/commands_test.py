@@ -18,7 +18,8 @@ class Help(KitTest):
             self.assertIn("Exit status: 0", out)
 
     def test_wrong_use_is_status_2(self):
-        for words in ("", "jump", "play", "play game --fast", "play game other", "shot game --at soon"):
+        for words in ("", "jump", "play", "play game --fast", "play game other",
+                      "shot game --at soon"):
             self.assertEqual(self.kit(*words.split())[0], 2)
 
 
