@@ -114,7 +114,7 @@ zelkit() {
 
 # zelkit ends the game if it does not end by itself.
 stopGame() {
-    if [[ -z "$gGamePid" ]]; then return; fi
+    if [[ -z "$gGamePid" ]]; then return 0; fi  # in a trap, a bare return fails as the script did
     kill -TERM "$gGamePid" 2>/dev/null || true
     wait "$gGamePid" 2>/dev/null || true
     gGamePid=""

@@ -87,7 +87,8 @@ def licences(with_font):
     if with_font:
         font = Path("/usr/share/doc") / FONT_PACKAGE / "copyright"
         texts["font.txt"] = [font]
-        for name in re.findall(r"(/usr/share/common-licenses/[\w.-]*\w)", font.read_text()):
+        text = font.read_text(errors="replace")
+        for name in re.findall(r"(/usr/share/common-licenses/[\w.-]*\w)", text):
             texts[f"{Path(name).name}.txt"] = [Path(name)]
     found = {name: _first(places, Path.is_file) for name, places in texts.items()}
     for name, path in found.items():

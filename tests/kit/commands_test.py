@@ -18,7 +18,8 @@ class Help(KitTest):
             self.assertIn("Exit status: 0", out)
 
     def test_wrong_use_is_status_2(self):
-        for words in ("", "jump", "play", "play game --fast", "play game other", "shot game --at soon"):
+        for words in ("", "jump", "play", "play game --fast", "play game other",
+                      "shot game --at soon"):
             self.assertEqual(self.kit(*words.split())[0], 2)
 
 
@@ -113,6 +114,11 @@ class Check(KitTest):
         status, out, _ = self.kit("check", "game")
         self.assertEqual(status, 1)
         self.assertTrue(out.startswith("game/levels/level1/script.txt:3:5: error: "), out)
+
+    def test_the_room_that_is_used_is_told(self):
+        size = self.script.stat().st_size
+        told = f"{size} of 9999 bytes, 1 of 100 functions, 0 of 100 globals"
+        self.assertIn(f"no errors; {told}", self.kit("check", "game")[1])
 
     def test_warnings_are_status_0(self):
         self.write("int unused;\n" + GOOD)

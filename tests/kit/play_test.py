@@ -97,6 +97,12 @@ class Output(KitTest):
 
 
 class Start(KitTest):
+    def test_the_first_line_tells_how_much_room_is_used(self):
+        self.write("int main()\n{\n    end;\n}\n")
+        size = self.script.stat().st_size
+        self.assertRegex(self.kit("play", "game")[2],
+                         rf"^zelkit: playing game: {size} of 9999 bytes, 1 of 100 functions, ")
+
     def test_errors_keep_a_game_from_starting(self):
         self.write("int main()\n{\n    x = 1;\n}\n")
         status, out, err = self.kit("play", "game")
@@ -156,22 +162,25 @@ class End(KitTest):
             status, _, err = run.interrupt(signal.SIGINT)
             if status == 0:
                 break
-        self.assertEqual((status, err), (0, "zelkit: playing game\n"))
+        self.assertEqual((status, err.count("\n")), (0, 1), err)
 
-    def check_endless(self, script):
+    def check_endless(self, script, place):
         self.write(script)
         run = self.begin("play", "game", "--force")
         run.wait_for("out", "SPIN")
+        run.wait_for("err", "stops the game\n")
         status, _, err = run.interrupt(signal.SIGINT)
         self.assertEqual(status, 1)
+        told = r"an endless loop\? Ctrl-C stops the game\n    .*\n *\^\n"
+        self.assertRegex(err, rf"\n{PLACE}:{place}: .*{told}")
         self.assertIn("did not end when it was asked to", err)
 
     def test_an_endless_loop_in_main_is_ended(self):
-        self.check_endless('int main()\n{\n    puts("SPIN");\n    while (1) { }\n}\n')
+        self.check_endless('int main()\n{\n    puts("SPIN");\n    while (1) { }\n}\n', r"4:\d+")
 
     def test_an_endless_loop_in_a_timer_function_is_ended(self):
         self.check_endless('int main()\n{\n    createtimer(1, 100, "t");\n}\n'
-                           'int t() { puts("SPIN"); while (1) { } }\n')
+                           'int t() { puts("SPIN"); while (1) { } }\n', r"5:\d+")
 
     def test_a_game_that_waits_for_a_key_is_ended(self):
         self.write('int main()\n{\n    puts("SPIN");\n    getche();\n}\n')
