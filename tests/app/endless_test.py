@@ -111,7 +111,8 @@ class Endless(unittest.TestCase):
         line = self.feed(process, lambda: self.told(process))
         self.assertGreater(processor_seconds(process) - began, 1.9)
         self.assertRegex(line, rb"\Alevels/level1//script.txt:4:\d+: main\(\) has used 2 s of "
-                               rb"processor time: an endless loop\? Ctrl-C twice stops the game\n\Z")
+                               rb"processor time: an endless loop\? "
+                               rb"Ctrl-C twice stops the game\n\Z")
         self.leave(process)
 
     def test_loop_in_a_timer_function(self):
