@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the pictures of the tutorial's game anew: SysPics/select.bmp and those under img/."""
+"""Draws the pictures of the tutorial and the cookbook: SysPics/select.bmp and those under img/."""
 
 import random
 import sys
@@ -11,6 +11,7 @@ sys.path.insert(0, str(HERE.parent.parent / "tools"))
 from pixel_art import (  # noqa: E402  (found only through the line above)
     blank, colour, enlarge, fill_rect, from_letters, paste, put, soft_box, write_bmp,
 )
+from pixel_font import lettering  # noqa: E402
 
 BEE = [
     "................",
@@ -90,6 +91,59 @@ JAR = [
 
 EMPTY_JAR = [row.translate(str.maketrans("yokbwmf", "mmsmmmm")) for row in JAR]
 
+# The bee with its wings down, for an animation of two pictures.
+BEE_DOWN = BEE[:1] + [
+    "................",
+    "................",
+    "..bbbbb..bbbb...",
+    "..bwwwwwbwwwwb..",
+] + BEE[5:]
+
+HEART = [
+    "................",
+    "................",
+    "...kkkk..kkkk...",
+    "..krrrrkkrrrrk..",
+    ".krwrrrrrrrrrrk.",
+    ".krwrrrrrrrrrrk.",
+    ".krrrrrrrrrrrrk.",
+    ".krrrrrrrrrrrrk.",
+    "..krrrrrrrrrrk..",
+    "...krrrrrrrrk...",
+    "....krrrrrrk....",
+    ".....krrrrk.....",
+    "......krrk......",
+    ".......kk.......",
+    "................",
+    "................",
+]
+
+ARROW = [
+    "kk........",
+    "kwk.......",
+    "kwwk......",
+    "kwwwk.....",
+    "kwwwwk....",
+    "kwwwwwk...",
+    "kwwwwwwk..",
+    "kwwwkkkkk.",
+    "kwkkwk....",
+    "kk.kwwk...",
+    "....kwk...",
+    "....kkk...",
+]
+
+BALL = [
+    "..kkkk..",
+    ".kyyyok.",
+    "kywyyyok",
+    "kywyyyok",
+    "kyyyyyok",
+    "kyyyyook",
+    ".kooook.",
+    "..kkkk..",
+]
+
 # Every unit is shown 15 by 15 pixels large, so that is the size to draw it in.
 BEETLE = [
     "....k.....k....",
@@ -142,6 +196,30 @@ def bar():
     return picture
 
 
+def brick():
+    """A brick of 60 by 24 pixels."""
+    picture = blank(30, 12, "o")
+    fill_rect(picture, 0, 0, 30, 1, "f")
+    fill_rect(picture, 0, 11, 30, 1, "m")
+    fill_rect(picture, 29, 0, 1, 12, "m")
+    return enlarge(picture, 2)
+
+
+def mark():
+    """The corners of a square of 23 by 23 pixels: it goes below a unit and looks out around it."""
+    picture = blank(23, 23)
+    for corner in (0, 16):
+        for edge in (0, 21):
+            fill_rect(picture, corner, edge, 7, 2, "r")
+            fill_rect(picture, edge, corner, 2, 7, "r")
+    return picture
+
+
+def digit(number):
+    """A digit of 28 by 36 pixels, so that all stand in one grid."""
+    return enlarge(lettering(str(number), "y", "o"), 4)
+
+
 def main():
     for folder in (HERE / "SysPics", HERE / "img"):
         folder.mkdir(exist_ok=True)
@@ -150,6 +228,12 @@ def main():
     write_bmp(HERE / "img/bar.bmp", bar())
     for name, rows in (("bee", BEE), ("wasp", WASP), ("flower", FLOWER), ("jar", JAR)):
         write_bmp(HERE / f"img/{name}.bmp", enlarge(from_letters(rows), 2))
+    for name, rows in (("bee2", BEE_DOWN), ("heart", HEART), ("arrow", ARROW), ("ball", BALL)):
+        write_bmp(HERE / f"img/{name}.bmp", enlarge(from_letters(rows), 2))
+    write_bmp(HERE / "img/brick.bmp", brick())
+    write_bmp(HERE / "img/mark.bmp", mark())
+    for number in range(10):
+        write_bmp(HERE / f"img/{number}.bmp", digit(number))
     write_bmp(HERE / "img/peon.bmp", from_letters(BEETLE))
 
 
