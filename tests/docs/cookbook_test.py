@@ -3,8 +3,8 @@
 
     cookbook_test.py --zelplay ZELPLAY --zelcheck ZELCHECK --font FONT --pictures FOLDER PAGE
 
-Every chapter is a recipe: scripts, in blocks marked "c", and after each the play of it. A script has
-at most 15 lines, the checker finds nothing in it, and its play goes well.
+Every chapter is a recipe: scripts, in blocks marked "c", and after each the play of it. A script
+has at most 15 lines, the checker finds nothing in it, and its play goes well.
 """
 
 import argparse
