@@ -1,0 +1,48 @@
+#!/usr/bin/env python3
+"""Follows the links of the pages: each file is there, and each heading that a link names.
+
+    links_test.py ROOT
+"""
+
+import re
+import sys
+from pathlib import Path
+
+LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)|<img [^>]*src=\"([^\"]+)\"")
+
+
+def anchor(heading):
+    """The name that GitHub gives to a heading."""
+    words = re.sub(r"[`*]|\[|\]\([^)]*\)", "", heading).strip().lower()
+    return re.sub(r"[^\w\- ]", "", words).replace(" ", "-")
+
+
+def anchors(path):
+    text = re.sub(r"^```.*?^```$", "", path.read_text(encoding="utf-8"), flags=re.M | re.S)
+    return {anchor(heading) for heading in re.findall(r"^#+ (.*)", text, re.M)}
+
+
+def link_faults(page):
+    text = re.sub(r"^```.*?^```$", "", page.read_text(encoding="utf-8"), flags=re.M | re.S)
+    for link in (first or second for first, second in LINK.findall(text)):
+        if "://" in link:
+            continue
+        name, _, heading = link.partition("#")
+        target = page.parent / name if name else page
+        if not target.exists():
+            yield f"{page.name}: {link}: no such file"
+        elif heading and heading not in anchors(target):
+            yield f"{page.name}: {link}: no such heading"
+
+
+def main():
+    root = Path(sys.argv[1])
+    pages = [*root.glob("*.md"), *root.glob("docs/*.md"), *root.glob("games/*/README.md")]
+    faults = [fault for page in pages for fault in link_faults(page)]
+    print(f"{len(pages)} pages, {len(faults)} faults")
+    if len(pages) < 10 or faults:
+        sys.exit("\n".join(faults))
+
+
+if __name__ == "__main__":
+    main()
