@@ -49,7 +49,8 @@ def polygon(points, fill, stroke=INK):
 
 def unit(x, y):
     """A little figure of 15 by 15 pixels, drawn twice as large."""
-    return (rect(x + 7, y, 16, 12, "#f2c39a", radius=5) + rect(x + 3, y + 12, 24, 12, BLUE, radius=3)
+    return (rect(x + 7, y, 16, 12, "#f2c39a", radius=5)
+            + rect(x + 3, y + 12, 24, 12, BLUE, radius=3)
             + rect(x + 7, y + 24, 6, 6, INK) + rect(x + 17, y + 24, 6, 6, INK))
 
 
@@ -140,7 +141,8 @@ def timer():
     ]
     shapes += timer_row(80, "createtimer(0, ...)", 210, 600, [255, 300, 345, 500, 545, 590])
     shapes += [
-        rect(365, 71, 90, 18, "white", GREY, 4), text(410, 84, "paused", GREY, 12, "middle"),
+        rect(365, 71, 90, 18, "white", GREY, 4),
+        text(410, 84, "paused", GREY, 12, "middle"),
         code(348, 112, "pausetimer(id, 1)", RED), line(365, 98, 365, 90, RED, 2),
         code(440, 62, "pausetimer(id, 0)", RED), line(455, 66, 455, 71, RED, 2),
         text(460, 128, "it goes on where it was", GREY, 12),
@@ -151,7 +153,8 @@ def timer():
     shapes += [text(360, 224, "called once, then it is gone", GREY, 12)]
     shapes += [
         line(150, 258, 620, 258, GREY, 2),
-        polygon([(624, 258), (614, 253), (614, 263)], GREY, GREY), text(600, 250, "time", GREY, 12, "end"),
+        polygon([(624, 258), (614, 253), (614, 263)], GREY, GREY),
+        text(600, 250, "time", GREY, 12, "end"),
         call(20, 274), text(32, 279, "the timer calls its function", size=12),
     ]
     return drawing(290, "The life of a timer", *shapes)
