@@ -1,0 +1,88 @@
+#!/usr/bin/env python3
+"""Types the commands of the pages, as a reader does, in an empty folder beside docs and kit.
+
+    commands_test.py ROOT PAGE...
+
+The commands are the blocks marked "sh", and the first cells of tables that are zelkit commands.
+A page begins in a new folder. What goes on, zelkit play and watch, is ended when the game runs. Only
+the project's own scripts are not started here: they build, and the tests run in such a build.
+"""
+
+import os
+import re
+import signal
+import subprocess
+import sys
+import tempfile
+import threading
+from pathlib import Path
+
+from page import read_blocks
+
+PATIENCE = 60
+GOES_ON = re.compile(r"zelkit (play|watch) \w+")
+RUNNING = re.compile(r"zelkit: (started|playing)")
+
+
+def commands_of(text):
+    lines = [line for block in read_blocks(text) if block.info == "sh"
+             for line in block.text.splitlines()]
+    lines += re.findall(r"^\| `(zelkit [^`]+)` \|", text, re.M)
+    return list(dict.fromkeys(re.sub(r"\s+#.*", "", line) for line in lines))
+
+
+def goes_on(command, folder, env):
+    """Starts it, and ends it when the game runs."""
+    process = subprocess.Popen(command.split(), cwd=folder, env=env, stdout=subprocess.DEVNULL,
+                               stderr=subprocess.PIPE, text=True)
+    alarm = threading.Timer(PATIENCE, process.kill)
+    alarm.start()
+    said = ""
+    for line in process.stderr:
+        said += line
+        if RUNNING.search(line):
+            process.send_signal(signal.SIGINT)
+    alarm.cancel()
+    status = process.wait()
+    return [] if status == 0 and RUNNING.search(said) else [f"{command}: {status}: {said}"]
+
+
+def type_command(command, root, folder, env):
+    words = command.rstrip(" &").split()
+    if words[0] in ("./run.sh", "./test.sh"):
+        games = [root / "games" / word for word in words[1:]]
+        there = os.access(root / words[0], os.X_OK) and all(game.is_dir() for game in games)
+        return [] if there else [f"{command}: is not there"]
+    if words[0] == "xdg-open":
+        return [] if (folder / words[1]).is_file() else [f"{command}: no such file"]
+    if words[0] == "export":
+        return [] if command == 'export PATH="$PWD/kit:$PATH"' else [f"{command}: unknown"]
+    if GOES_ON.fullmatch(command):
+        return goes_on(command, folder, env)
+    run = subprocess.run(["bash", "-c", command], cwd=folder, env=env, capture_output=True,
+                         text=True, check=False)
+    return [] if run.returncode == 0 else [f"{command}: {run.stdout}{run.stderr}"]
+
+
+def page_faults(page, root):
+    commands = commands_of(page.read_text(encoding="utf-8"))
+    with tempfile.TemporaryDirectory() as folder:
+        for name in ("docs", "kit"):
+            (Path(folder) / name).symlink_to(root / name)
+        env = dict(os.environ, PATH=f"{folder}/kit:{os.environ['PATH']}")
+        faults = [f"{page.name}: {fault}" for command in commands
+                  for fault in type_command(command, root, Path(folder), env)]
+    return faults if commands else [*faults, f"{page.name}: no commands"]
+
+
+def main():
+    root = Path(sys.argv[1]).resolve()
+    pages = [Path(name) for name in sys.argv[2:]]
+    faults = [fault for page in pages for fault in page_faults(page, root)]
+    print(f"{len(pages)} pages, {len(faults)} faults")
+    if faults:
+        sys.exit("\n".join(faults))
+
+
+if __name__ == "__main__":
+    main()
