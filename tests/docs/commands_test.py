@@ -4,8 +4,8 @@
     commands_test.py ROOT PAGE...
 
 The commands are the blocks marked "sh", and the first cells of tables that are zelkit commands.
-A page begins in a new folder. What goes on, zelkit play and watch, is ended when the game runs. Only
-the project's own scripts are not started here: they build, and the tests run in such a build.
+A page begins in a new folder. What goes on, zelkit play and watch, is ended when the game runs.
+Only the project's own scripts are not started: they build, and the tests run in such a build.
 """
 
 import os
