@@ -25,6 +25,9 @@ kBenchPackages=(libbenchmark-dev python3)
 # What the tests need in addition to all of the above. See also fuzzerRuntimePackage.
 kTestPackages=(libgtest-dev clang xdotool openbox x11-utils python3)
 
+# What making the cheat sheet's PDF and the README's moving picture anew needs; nothing else does.
+kPagePackages=(python3 weasyprint python3-pil fonts-liberation)
+
 isInstalled() {
     command -v dpkg-query >/dev/null &&
         [[ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>&1)" == installed ]]
