@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Types the tutorial's steps by the page's instructions, and plays them.
 
-    tutorial_test.py --zelplay ZELPLAY --zelcheck ZELCHECK --font FONT PAGE
-    tutorial_test.py --write ... PAGE    writes the whole scripts and the pictures anew
+    tutorial_test.py [--zelplay ZELPLAY] [--zelcheck ZELCHECK] [--font FONT] [PAGE]
+    tutorial_test.py --write    writes the whole scripts and the pictures anew
 
 The instructions are the source: the block under the comment <!-- whole -->, the whole script of a
 step, must be what typing gives. Each step has a picture, and in the comment above it the play that
@@ -24,6 +24,7 @@ from page import read_blocks
 from page_test import comparable
 from typist import CannotType, type_step
 
+ROOT = Path(__file__).resolve().parents[2]
 STEPS = 10
 PIXELS = 4000  # of 307200, that may differ: letters look a little different with another FreeType
 AT_ONCE = 2
@@ -120,10 +121,10 @@ def write(steps, setup):
 
 def read_arguments():
     parser = argparse.ArgumentParser()
-    parser.add_argument("page", type=Path)
-    parser.add_argument("--zelplay", required=True)
-    parser.add_argument("--zelcheck", required=True)
-    parser.add_argument("--font", required=True)
+    parser.add_argument("page", type=Path, nargs="?", default=ROOT / "docs/tutorial.md")
+    parser.add_argument("--zelplay", default=ROOT / "build/zelplay")
+    parser.add_argument("--zelcheck", default=ROOT / "build/zelcheck")
+    parser.add_argument("--font", default=ROOT / "games/hello/arial.ttf")
     parser.add_argument("--write", action="store_true")
     setup = parser.parse_args()
     setup.folder = setup.page.with_suffix("")
