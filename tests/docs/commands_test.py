@@ -21,7 +21,7 @@ from page import read_blocks
 
 PATIENCE = 60
 GOES_ON = re.compile(r"zelkit (play|watch) \w+")
-RUNNING = re.compile(r"zelkit: (started|playing)")
+RUNNING = "READY\n"  # what a new game prints at its start
 
 
 def commands_of(text):
@@ -33,18 +33,18 @@ def commands_of(text):
 
 def goes_on(command, folder, env):
     """Starts it, and ends it when the game runs."""
-    process = subprocess.Popen(command.split(), cwd=folder, env=env, stdout=subprocess.DEVNULL,
-                               stderr=subprocess.PIPE, text=True)
+    process = subprocess.Popen(command.split(), cwd=folder, env=env, stdout=subprocess.PIPE,
+                               stderr=subprocess.STDOUT, text=True)
     alarm = threading.Timer(PATIENCE, process.kill)
     alarm.start()
     said = ""
-    for line in process.stderr:
+    for line in process.stdout:
         said += line
-        if RUNNING.search(line):
+        if line == RUNNING:
             process.send_signal(signal.SIGINT)
     alarm.cancel()
     status = process.wait()
-    return [] if status == 0 and RUNNING.search(said) else [f"{command}: {status}: {said}"]
+    return [] if status == 0 and RUNNING in said else [f"{command}: {status}: {said}"]
 
 
 def type_command(command, root, folder, env):
