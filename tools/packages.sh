@@ -25,6 +25,9 @@ kBenchPackages=(libbenchmark-dev python3)
 # What the tests need in addition to all of the above. See also fuzzerRuntimePackage.
 kTestPackages=(libgtest-dev clang xdotool openbox x11-utils python3)
 
+# What package.sh needs in addition to the first list.
+kPackagingPackages=(dpkg-dev help2man python3)
+
 isInstalled() {
     command -v dpkg-query >/dev/null &&
         [[ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>&1)" == installed ]]
