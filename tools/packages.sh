@@ -26,7 +26,11 @@ kBenchPackages=(libbenchmark-dev python3)
 kTestPackages=(libgtest-dev clang xdotool openbox x11-utils python3)
 
 # What package.sh needs in addition to the first list.
-kPackagingPackages=(dpkg-dev help2man python3)
+kPackagingPackages=(dpkg-dev python3)
+
+# What checking the package needs, and what trying it in an empty system needs.
+kPackageCheckPackages=(lintian devscripts)
+kRootPackages=(mmdebstrap distro-info-data xdotool)
 
 isInstalled() {
     command -v dpkg-query >/dev/null &&
