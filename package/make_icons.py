@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""Draws the icons of the games anew: icons/GAME.png, made of the pictures that the games draw."""
+"""Draws the icons of the games anew, of the pictures that the games draw.
+
+    make_icons.py [FOLDER]     writes FOLDER/GAME.png; without FOLDER, those in icons/
+"""
 
 import importlib.util
 import sys
@@ -105,10 +108,10 @@ def hello(module):
 
 
 def main():
-    (HERE / "icons").mkdir(exist_ok=True)
+    folder = Path(sys.argv[1]) if len(sys.argv) > 1 else HERE / "icons"
     for draw in (peons, bricks, starfall, clouds, hello):
         picture = rounded(draw(pictures_of(draw.__name__)))
-        write_png(HERE / "icons" / f"{draw.__name__}.png", enlarge(picture, 2))
+        write_png(folder / f"{draw.__name__}.png", enlarge(picture, 2))
 
 
 if __name__ == "__main__":

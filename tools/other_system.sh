@@ -9,6 +9,8 @@ source tools/root.sh
 gSuite=""
 gTestWord="" # for test.sh; empty: all stages
 gTests=true
+gRoot="" # the folder of the system that the project is built in
+gLog=""  # what everything said
 
 showHelp() {
     cat <<'HELP'

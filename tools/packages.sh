@@ -23,7 +23,10 @@ kVirtualDisplayPackages=(xvfb imagemagick)
 kBenchPackages=(libbenchmark-dev python3)
 
 # What the tests need in addition to all of the above. See also fuzzerRuntimePackage.
-kTestPackages=(libgtest-dev clang xdotool openbox x11-utils python3)
+kTestPackages=(
+    libgtest-dev clang xdotool openbox x11-utils python3
+    appstream bash-completion desktop-file-utils mandoc
+)
 
 # What package.sh needs in addition to the first list.
 kPackagingPackages=(dpkg-dev python3)
