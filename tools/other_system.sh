@@ -43,7 +43,7 @@ readArguments() {
                 ;;
             --keyring | --stage)
                 if (($# < 2)); then refuse "$1 wants a word"; fi
-                if [[ "$1" == --keyring ]]; then gKeyring="$(realpath "$2")"; else gTestWord="$2"; fi
+                if [[ "$1" == --stage ]]; then gTestWord="$2"; else gKeyring="$(realpath "$2")"; fi
                 shift
                 ;;
             --no-tests) gTests=false ;;
@@ -80,7 +80,7 @@ inProject() {
 }
 
 tryAll() {
-    local failed=0 root
+    local failed=0 root package
     unset DISPLAY
     gLog="$(mktemp --tmpdir "zel-$gSuite-XXXXXX.log")"
     makeRoot "$gSuite" gRoot
@@ -89,8 +89,8 @@ tryAll() {
     report "./run.sh" inProject ./run.sh || return
     if $gTests; then report "./test.sh $gTestWord" inProject ./test.sh "$gTestWord" || failed=1; fi
     report "./package.sh" inProject ./package.sh || return
-    report "the package" tests/package/fresh_system.sh "$root" "$gRoot"/root/zel/build-package/*.deb ||
-        failed=1
+    package="$(echo "$gRoot"/root/zel/build-package/*.deb)"
+    report "the package" tests/package/fresh_system.sh "$root" "$package" || failed=1
     echo "All that was said: $gLog"
     return "$failed"
 }

@@ -8,7 +8,9 @@ gMirrors=()  # where its packages come from; empty: where mmdebstrap finds them
 
 # Prints the parts of the archive that the project needs packages of.
 componentsOf() {
-    if grep -qs ",$1," /usr/share/distro-info/ubuntu.csv; then echo main,universe; else echo main; fi
+    local components=main
+    if grep -qs ",$1," /usr/share/distro-info/ubuntu.csv; then components+=,universe; fi
+    echo "$components"
 }
 
 # makeRoot SUITE VARIABLE: makes a system of that release and sets VARIABLE to its folder.

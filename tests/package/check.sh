@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the package and looks at it from all sides: twice the same, lintian, hardening, and a system
-# with nothing else in it. A stage of test.sh.
+# Builds the package and looks at it from all sides: twice the same, lintian, hardening, and a
+# system with nothing else in it. A stage of test.sh.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 source tools/shell.sh
@@ -21,11 +21,13 @@ tidyUp() {
 
 # The same files in a folder with another name make the same package.
 checkSecondBuild() {
+    local copy
     gCopy="$(mktemp -d)"
-    mkdir -p "$gCopy/another name"
-    git ls-files -z | tar --create --null --files-from=- | tar --extract --directory "$gCopy/another name"
-    "$gCopy/another name/package.sh"
-    cmp "$gPackage" "$gCopy/another name/$gPackage" || fail "a second build differs"
+    copy="$gCopy/another name"
+    mkdir "$copy"
+    git ls-files -z | tar --create --null --files-from=- | tar --extract --directory "$copy"
+    "$copy/package.sh"
+    cmp "$gPackage" "$copy/$gPackage" || fail "a second build differs"
 }
 
 # Root may build packages, as long as these are not looked at by a program that can be fooled.
@@ -40,7 +42,7 @@ checkHardening() {
     programs="$(mktemp -d)"
     dpkg-deb --extract "$gPackage" "$programs"
     # Control flow protection takes start-up objects that have it: Debian 12 has none.
-    hardening-check --nocfprotection "$programs"/usr/bin/zel "$programs"/usr/bin/zelcheck "$programs"/usr/bin/zelplay ||
+    (cd "$programs"/usr/bin && hardening-check --nocfprotection zel zelcheck zelplay) ||
         fail "a program is not hardened"
     rm -rf "$programs"
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs the package in an empty system, uses it there as a player and a maker of games would, and
-# removes it: fresh_system.sh ROOT PACKAGE [FOLDER]. ROOT is the folder of the system (tools/root.sh),
-# FOLDER is where pictures of the games' windows go. Takes root.
+# Installs the package in an empty system, uses it there as a player and a maker of games would,
+# and removes it: fresh_system.sh ROOT PACKAGE [FOLDER]. ROOT is the folder of the system
+# (tools/root.sh), FOLDER is where pictures of the games' windows go. Takes root.
 set -euo pipefail
 gRoot="$(realpath "$1")"
 gPackage="$(realpath "$2")"
