@@ -49,11 +49,11 @@ inRoot() {
     ' sh "$folder" "$@"
 }
 
-# asUser NAME FOLDER COMMAND...: the same as a user without rights, in a home folder.
+# asUser NAME FOLDER COMMAND...: the same as a user without rights, whom useradd has made there, in
+# their home folder.
 asUser() {
     local name="$1" folder="$2"
     shift 2
-    if [[ ! -d "$folder/home/$name" ]]; then inRoot "$folder" useradd --create-home "$name"; fi
     # shellcheck disable=SC2016
     inRoot "$folder" setpriv --reuid="$name" --regid="$name" --init-groups env HOME="/home/$name" \
         sh -c 'cd && exec "$@"' sh "$@"

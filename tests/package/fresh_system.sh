@@ -147,6 +147,8 @@ playTogether() {
 
 checkPackage() {
     local before after
+    inRoot "$gRoot" useradd --create-home maker
+    inRoot "$gRoot" useradd --create-home guest
     installDependencies
     before="$(listFiles)"
     installPackage
