@@ -16,6 +16,11 @@ kStages=(
     "tsan play, fuzz tests: playAndFuzz"
 )
 
+# Those that run only if their name is asked for, as they take too long for every time.
+kLongStages=(
+    "package: tests/package/check.sh"
+)
+
 gSummary=()  # one line a finished stage
 
 showHelp() {
@@ -28,6 +33,10 @@ tests in each. With WORD, only the stages that have WORD in their name:
 HELP
     local stage
     for stage in "${kStages[@]}"; do echo "    ${stage%%:*}"; done
+    echo
+    echo "Only with WORD, as they take long:"
+    echo
+    for stage in "${kLongStages[@]}"; do echo "    ${stage%%:*}"; done
 }
 
 # Stage commands -----------------------------------------------------------------------------------
@@ -94,8 +103,9 @@ showSummary() {
 }
 
 runStages() {
-    local word="$1" stage name
-    for stage in "${kStages[@]}"; do
+    local word="$1" stage name stages=("${kStages[@]}")
+    if [[ -n "$word" ]]; then stages+=("${kLongStages[@]}"); fi
+    for stage in "${stages[@]}"; do
         name="${stage%%:*}"
         if [[ "$name" != *"$word"* ]]; then continue; fi
         runStage "$name" "${stage#*:}" || return

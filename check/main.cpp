@@ -38,11 +38,12 @@ static void showHelp() {
         "Finds mistakes in level scripts before the engine meets them. A folder is searched\n"
         "for files called script.txt; without arguments %s is checked.\n"
         "\n"
-        "    --fix     rewrites bare line feeds to CR LF, and nothing else, before the check\n"
-        "    --json    writes one JSON object a line for each finding\n"
-        "    --room    says how much of the engine's room a script uses, and checks nothing\n"
-        "    --ids     lists what can be found\n"
-        "    --help    shows this text\n"
+        "    --fix      rewrites bare line feeds to CR LF, and nothing else, before the check\n"
+        "    --json     writes one JSON object a line for each finding\n"
+        "    --room     says how much of the engine's room a script uses, and checks nothing\n"
+        "    --ids      lists what can be found\n"
+        "    --help     shows this text\n"
+        "    --version  shows the version\n"
         "\n"
         "An error is what the engine certainly refuses, hangs on or ends on; a warning is what\n"
         "is probably not meant, or goes wrong only on some ways through the script.\n"
@@ -171,6 +172,9 @@ int main(int count, char** arguments) {
             onlyPaths = true;
         } else if (argument == "--help" || argument == "-h") {
             showHelp();
+            return kNothingFound;
+        } else if (argument == "--version") {
+            std::puts("zelcheck (Zel) " ZEL_VERSION);
             return kNothingFound;
         } else if (argument == "--ids") {
             showIds();

@@ -27,7 +27,7 @@ missing=$(LC_ALL=C ldd ../zel 2>&1 | grep 'not found')
 if [ -n "$missing" ]; then
     echo "{name} needs libraries; on Debian or Ubuntu:" \\
         "sudo apt-get install libsdl2-2.0-0 libsdl2-image-2.0-0 libsdl2-ttf-2.0-0" \\
-        "libgles2 libegl1 libgl1-mesa-dri" >&2
+        "libgles2 libegl1 libgl1 libgl1-mesa-dri" >&2
     case "$missing" in *GLIBC*) echo "The system is older than the game:$missing" >&2 ;; esac
     exit 1
 fi

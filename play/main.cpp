@@ -40,6 +40,7 @@ static const char kHelp[] =
     "    --keep         saves at the end, beside the pictures, what was printed (NAME.out), the\n"
     "                   registries (NAME.records) and the last frame (NAME.png)\n"
     "    --help         shows this text\n"
+    "    --version      shows the version\n"
     "\n"
     "Exit status: 0 all is as expected, 1 something is not, 2 a bad command or nothing to play,\n"
     "3 the level hangs.\n";
@@ -59,6 +60,10 @@ struct Options {
 [[noreturn]] static void refuse(const std::string& reason) {
     std::fprintf(stderr, "zelplay: %s\nTry zelplay --help\n", reason.c_str());
     std::exit(kBadPlay);
+}
+
+[[noreturn]] static void showAndExit(const char* text) {
+    std::exit(std::fputs(text, stdout) < 0 ? kFailed : kPlayed);
 }
 
 static double numberFrom(double low, double high) {
@@ -83,7 +88,8 @@ static Options readOptions(int count, char** words) {
         {"window", no_argument, nullptr, 'w'},       {"speed", required_argument, nullptr, 's'},
         {"record", required_argument, nullptr, 'r'}, {"time", no_argument, nullptr, 't'},
         {"output", required_argument, nullptr, 'o'}, {"keep", no_argument, nullptr, 'k'},
-        {"help", no_argument, nullptr, 'h'},         {nullptr, 0, nullptr, 0},
+        {"help", no_argument, nullptr, 'h'},         {"version", no_argument, nullptr, 'v'},
+        {nullptr, 0, nullptr, 0},
     };
     Options options;
     int drawEvery = -1;  // not said
@@ -97,7 +103,8 @@ static Options readOptions(int count, char** words) {
         options.records |= c == 'r';
         options.time |= c == 't';
         options.keep |= c == 'k';
-        if (c == 'h') std::exit(std::fputs(kHelp, stdout) < 0 ? kFailed : kPlayed);
+        if (c == 'h') showAndExit(kHelp);
+        if (c == 'v') showAndExit("zelplay (Zel) " ZEL_VERSION "\n");
     }
     if (count - optind != (options.records ? 1 : 2)) refuse("a game and a play are wanted");
     if (options.records && gPassMs != 16) refuse("the passes of a recording have 16 ms");

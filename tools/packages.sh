@@ -23,7 +23,17 @@ kVirtualDisplayPackages=(xvfb imagemagick)
 kBenchPackages=(libbenchmark-dev python3)
 
 # What the tests need in addition to all of the above. See also fuzzerRuntimePackage.
-kTestPackages=(libgtest-dev clang xdotool openbox x11-utils python3)
+kTestPackages=(
+    libgtest-dev clang xdotool openbox x11-utils python3
+    appstream bash-completion desktop-file-utils mandoc
+)
+
+# What package.sh needs in addition to the first list.
+kPackagingPackages=(dpkg-dev python3)
+
+# What checking the package needs, and what trying it in an empty system needs.
+kPackageCheckPackages=(lintian devscripts)
+kRootPackages=(mmdebstrap distro-info-data xdotool)
 
 # What making the cheat sheet's PDF and the README's moving picture anew needs; nothing else does.
 kPagePackages=(python3 weasyprint python3-pil fonts-liberation)
