@@ -117,7 +117,7 @@ class Engine:
         self.loop.step(min((time_ for time_ in deadlines if time_), default=None))
         for words in list(self.filters.values()):
             if words.deadline and time.monotonic() >= words.deadline:
-                words.give_up_waiting()
+                words.let_go(is_late=True)
 
     def stop(self):
         """Asks the game to end, and ends it if it does not. Returns whether it went well."""

@@ -107,9 +107,8 @@ class Watch:
         say("started" + (f": {room}" if room else ""))
 
     def step(self):
-        self.window.settle()
-        deadlines = [time_ for time_ in (self.quiet_at, self.window.deadline()) if time_]
-        deadline = min(deadlines, default=None)
+        deadlines = (self.quiet_at, self.window.settle())
+        deadline = min((time_ for time_ in deadlines if time_), default=None)
         if self.engine:
             self.engine.step(deadline)
         else:
