@@ -31,7 +31,7 @@ class Loop:
 
     def __init__(self):
         self.selector = selectors.DefaultSelector()
-        self.asked_to_end = 0
+        self.asked_to_end = False
         wake, wake_writer = os.pipe()
         os.set_blocking(wake, False)
         os.set_blocking(wake_writer, False)
@@ -42,7 +42,7 @@ class Loop:
         self.listen(wake, lambda: os.read(wake, READ_BYTES))
 
     def on_end_signal(self, *_):
-        self.asked_to_end += 1
+        self.asked_to_end = True
 
     def listen(self, file, hear):
         self.selector.register(file, selectors.EVENT_READ, hear)
@@ -124,7 +124,7 @@ class Engine:
         self.was_asked = True
         self.process.terminate()
         end = time.monotonic() + STOP_SECONDS
-        while self.is_running() and time.monotonic() < end and self.loop.asked_to_end < 2:
+        while self.is_running() and time.monotonic() < end:
             self.step(end)
         if self.process.poll() is None:
             self.process.kill()

@@ -23,12 +23,12 @@ CONTEXT = 20  # bytes before the place
 
 NOT_FOUND = re.compile(rb"(\w+)\(\) not found!\n")
 
-# Two lines, the second one for pictures of the script only. Neither has a line end.
+# Two lines, the second one not for the picture of units. Neither has a line end.
 PICTURE_START = re.compile(rb"\n?1Unable to load image ")
 PICTURE = re.compile(
     rb"\n?1(Unable to load image ([^\n]*?)! SDL Error: "
     rb"(?:Couldn't open \2|Unsupported image format|[^\n]*))"
-    rb"(\nCant load image: \2\.   (?:Parameter 'texture' is invalid)?)?")
+    rb"(\nCant load (?:SYS)?image: \2\.   (?:Parameter 'texture' is invalid)?)?")
 
 NOT_STARTED = (b"Failed to initialize!", b"Failed to load script.txt")
 
@@ -195,8 +195,9 @@ class OutputFilter:
     def take_picture(self, found, is_late):
         if not found:
             return PART_SECONDS
-        second = b"\nCant load image: " + found[2] + b".   "
-        if not found[3] and second.startswith(self.pending[found.end():]) and not is_late:
+        rest = self.pending[found.end():]
+        seconds = [b"\nCant load %simage: %s.   " % (kind, found[2]) for kind in (b"", b"SYS")]
+        if not found[3] and not is_late and any(second.startswith(rest) for second in seconds):
             return PART_SECONDS
         self.take(found.end())
         path = found[2].removeprefix(LEVEL)

@@ -71,6 +71,12 @@ class Output(KitTest):
         self.assertIn(PLACE + ":3:15: error: Unable to load image levels/level1/none.bmp!", err)
         self.assertNotIn("Cant load image", err)
 
+    def test_a_missing_selection_frame_is_one_report(self):
+        (self.game / "SysPics" / "select.bmp").unlink()
+        _, out, err = self.play('int main()\n{\n    puts("A");\n    end;\n}\n')
+        self.assertEqual(out, "A\n")
+        self.assertIn(": error: Unable to load image SysPics/select.bmp!", err)
+
     def test_a_call_back_that_is_not_there_is_shown_where_it_is_named(self):
         script = 'int main()\n{\n    puts("A");\n    createtimer(0, 100, "tock");\n}\n'
         status, out, err = self.play(script)
@@ -159,6 +165,7 @@ class End(KitTest):
         for _ in range(10):  # a busy machine may need more than that second
             run = self.begin("play", "game")
             run.wait_for("out", "READY")
+            run.process.send_signal(signal.SIGINT)  # a second one changes nothing
             status, _, err = run.interrupt(signal.SIGINT)
             if status == 0:
                 break
