@@ -1,12 +1,16 @@
 """zelkit play: what reaches the terminal, and how a game ends."""
 
 import os
+import pty
+import select
 import shutil
 import signal
 import subprocess
+import time
 import unittest
 
-from kit import KIT, KitTest
+from kit import KIT, ZELKIT, KitTest
+from process import PATIENCE
 
 NO_DISPLAY = {"SDL_VIDEODRIVER": "", "DISPLAY": "", "WAYLAND_DISPLAY": ""}
 PLACE = "game/levels/level1/script.txt"
@@ -201,6 +205,53 @@ class End(KitTest):
         status, _, err = self.kit("play", "game", "--force")
         self.assertEqual(status, 1)
         self.assertIn("the game was ended by SIGFPE", err)
+
+
+class Terminal(KitTest):
+    """On a terminal of its own, which sends Ctrl-C to zelkit and the engine alike."""
+
+    def begin_on_terminal(self, script):
+        self.write(script)
+        process, self.terminal = pty.fork()
+        if process == 0:
+            os.chdir(self.folder)
+            os.execv(ZELKIT, self.command("play", "game", "--force"))
+        self.addCleanup(os.close, self.terminal)
+        self.addCleanup(self.end_group, process)
+        self.text = b""
+        return process
+
+    @staticmethod
+    def end_group(process):
+        try:
+            os.killpg(process, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+
+    def read_until(self, text):
+        end = time.monotonic() + PATIENCE
+        while text not in self.text:
+            if not select.select([self.terminal], [], [], max(0, end - time.monotonic()))[0]:
+                self.fail(f"waited for {text!r} in {self.text!r}")
+            self.text += os.read(self.terminal, 65536)
+
+    def test_keys_reach_the_script_and_ctrl_c_ends_its_endless_loop(self):
+        process = self.begin_on_terminal(
+            'int c;\nint main()\n{\n    print("key? ");\n    c = getche();\n'
+            '    if (c == 65) { puts("an A"); }\n    while (c > 0) { c = c; }\n}\n')
+        self.read_until(b"key? ")
+        os.write(self.terminal, b"A\n")
+        self.read_until(b"an A")
+        os.write(self.terminal, b"\x03")
+        self.read_until(b"did not end when it was asked to")
+        self.assertEqual(os.waitstatus_to_exitcode(os.waitpid(process, 0)[1]), 1)
+
+    def test_a_report_begins_a_line(self):
+        self.begin_on_terminal(
+            'int x;\nint main()\n{\n    print("score ");\n    print(7);\n    puts(x);\n}\n')
+        self.read_until(b"^\r\n")
+        shown = self.text[self.text.index(b"playing"):]
+        self.assertIn(b"\r\nscore 7\r\ngame/levels/level1/script.txt:6:", shown)
 
 
 if __name__ == "__main__":
