@@ -225,8 +225,9 @@ class Terminal(KitTest):
     def end_group(process):
         try:
             os.killpg(process, signal.SIGKILL)
-        except ProcessLookupError:
-            pass
+            os.waitpid(process, 0)
+        except (ProcessLookupError, ChildProcessError):
+            pass  # it has ended already
 
     def read_until(self, text):
         end = time.monotonic() + PATIENCE
