@@ -7,8 +7,9 @@ moves the new one there as soon as it is shown. Wayland lets no program do that.
 import ctypes
 import time
 
-FIND_SECONDS = 3.0  # how long the window of a new game is looked for
-LOOK_SECONDS = 0.02
+FIND_SECONDS = 60.0   # how long the window of a new game is looked for
+AGAIN_SECONDS = 10.0  # and, as SDL may make it anew for the renderer, a second one
+LOOK_SECONDS = 0.03
 MOST_NUMBERS = 1024  # of a property
 
 
@@ -39,6 +40,7 @@ class Window:
         self.place = None    # x, y of the frame's corner, as the last game left it
         self.process = None  # whose window is looked for
         self.end = 0         # until when
+        self.moved = None    # the last window that was moved: each is moved once only
 
     def leave(self, process):
         """Notes where the window of this process is."""
@@ -50,17 +52,20 @@ class Window:
         """The window of this process is to be put where the last one was."""
         if self.place:
             self.process, self.end = process, time.monotonic() + FIND_SECONDS
+            self.moved = None
 
     def settle(self):
         """Moves the new window if it is there. Returns when to look again, or None."""
-        window = self.find(self.process) if self.process else None
-        if window and self.numbers(window, b"WM_STATE"):
+        now = time.monotonic()
+        if not self.process or now > self.end:
+            self.process = None
+            return None
+        window = self.find(self.process)
+        if window and window != self.moved and self.numbers(window, b"WM_STATE"):
             self.x.XMoveWindow(self.display, ctypes.c_ulong(window), *self.place)
             self.x.XFlush(self.display)
-        elif self.process and time.monotonic() < self.end:
-            return time.monotonic() + LOOK_SECONDS
-        self.process = None
-        return None
+            self.moved, self.end = window, now + AGAIN_SECONDS
+        return now + LOOK_SECONDS
 
     def find(self, process):
         """The window of a process among those that the window manager manages, or None."""
