@@ -65,8 +65,9 @@ static void checkLoaded(const Source& source, const Program& program, bool onDis
     checkZeroByte(source, findings);
     checkLineEnds(source, findings);
     const std::vector<FileUse> files = surveyProgram(program, findings);
-    if (onDisk) checkFiles(source.path, files, findings);
     if (program.loads) tryProgram(program, findings);
+    const bool alone = findings.keepRootAlone();
+    if (onDisk) checkFiles(source.path, alone ? std::vector<FileUse>() : files, findings);
 }
 
 // What else is wrong is found in the mended text; its lines and columns are the same.

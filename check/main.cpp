@@ -9,10 +9,12 @@
 #include <system_error>
 
 #include "check/check.h"
+#include "check/files.h"
 #include "check/ids.h"
 #include "check/line_ends.h"
 #include "check/report.h"
 #include "check/room.h"
+#include "check/scanner.h"
 
 namespace fs = std::filesystem;
 
@@ -81,7 +83,8 @@ static std::vector<std::string> findScripts(const std::string& folder, std::erro
     fs::recursive_directory_iterator entry(folder, error);
     for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
         std::error_code unknown;
-        if (entry->path().filename() == "script.txt" && entry->is_regular_file(unknown)) {
+        const std::string name = lowerCase(entry->path().filename().string());
+        if (name == "script.txt" && entry->is_regular_file(unknown)) {
             scripts.push_back(entry->path().string());
         }
     }
@@ -119,7 +122,9 @@ static int checkFile(const std::string& path, const Options& options) {
     std::string bytes;
     std::string reason;
     if (!readFile(path, bytes, reason)) {
-        complain(path, reason);
+        const std::string spelling = spellingOnDisk("", path);
+        const bool otherCase = !spelling.empty() && spelling != path;
+        complain(path, reason + (otherCase ? ", but it exists as " + spelling : ""));
         return kCannotRead;
     }
     if (options.fix && !fixFile(path, bytes)) return kCannotRead;
