@@ -7,8 +7,15 @@
 
 #include "check/scanner.h"
 
-// The "{" that most likely has no "}". `otherwise` if the indentation tells nothing.
+bool bracesMatch(const Scanner& scanner);
+
+// The "{" that most likely has no "}"; `otherwise` if the indentation tells nothing.
 size_t likelyOpenBrace(const Scanner& scanner, size_t otherwise);
 
-// The "}" that most likely has no "{".
-size_t likelyExtraBrace(const Scanner& scanner, size_t otherwise);
+// For a "}" that closes nothing: the "}" that most likely is too many, or the place before which a
+// "{" most likely is missing.
+struct ExtraBrace {
+    size_t position;
+    bool isMissing;
+};
+ExtraBrace likelyExtraBrace(const Scanner& scanner, size_t otherwise);

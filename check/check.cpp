@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "check/braces.h"
 #include "check/files.h"
 #include "check/line_ends.h"
 #include "check/program.h"
@@ -66,7 +67,7 @@ static void checkLoaded(const Source& source, const Program& program, bool onDis
     checkLineEnds(source, findings);
     const std::vector<FileUse> files = surveyProgram(program, findings);
     if (program.loads) tryProgram(program, findings);
-    const bool alone = findings.keepRootAlone();
+    const bool alone = findings.keepRootAlone(bracesMatch(program.scanner));
     if (onDisk) checkFiles(source.path, alone ? std::vector<FileUse>() : files, findings);
 }
 

@@ -102,12 +102,12 @@ static bool isBrace(const Finding& finding) {
 
 // The mistake that all findings are likely to come from, or null. The braces of a text that is cut
 // off do not match either; nor do those that a text or a word has swallowed.
-static const Finding* rootOf(const std::vector<Finding>& findings) {
+static const Finding* rootOf(const std::vector<Finding>& findings, bool bracesMatch) {
     const Finding* root = nullptr;
     for (const Finding& finding : findings) {
         if (finding.id == CheckId::OpenComment) return &finding;
         if (finding.id == CheckId::TooBig || finding.id == CheckId::ZeroByte) return nullptr;
-        if (root == nullptr && isBrace(finding)) root = &finding;
+        if (root == nullptr && !bracesMatch && isBrace(finding)) root = &finding;
     }
     if (root == nullptr) return nullptr;
     for (const CheckId cause : {CheckId::OpenString, CheckId::GluedCharacter}) {
@@ -118,8 +118,8 @@ static const Finding* rootOf(const std::vector<Finding>& findings) {
     return root;
 }
 
-bool Findings::keepRootAlone() {
-    const Finding* const root = rootOf(findings_);
+bool Findings::keepRootAlone(bool bracesMatch) {
+    const Finding* const root = rootOf(findings_, bracesMatch);
     if (root == nullptr) return false;
     Finding kept = *root;
     for (const Finding& finding : findings_)

@@ -35,8 +35,8 @@ public:
 
     // A comment or a brace that does not match throws everything else out of step: with one of
     // them found, the others go. What is kept is an error if any of them was. Returns true if
-    // there was one.
-    bool keepRootAlone();
+    // there was one. Braces that match if they are counted are no cause, whatever was found.
+    bool keepRootAlone(bool bracesMatch);
 
     const std::vector<Finding>& all() const { return findings_; }
 

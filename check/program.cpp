@@ -210,8 +210,11 @@ private:
         if (token_.is('}')) {
             if (foundExtra_) return;
             foundExtra_ = true;
-            findings_.add(CheckId::ExtraBrace, likelyExtraBrace(program_.scanner, token_.start),
-                          "this } closes nothing: a { is missing, or there is a } too many");
+            const ExtraBrace extra = likelyExtraBrace(program_.scanner, token_.start);
+            findings_.add(CheckId::ExtraBrace, extra.position,
+                          extra.isMissing
+                              ? "a { is missing before this: a } behind it closes nothing"
+                              : "this } closes nothing: a { is missing, or there is a } too many");
         } else if (token_.is(';')) {
             inFunction_ = false;
         } else if (!inFunction_ && !token_.isEmpty() && !ignoring_) {

@@ -97,6 +97,7 @@ void Survey::reportUnused() {
 // Pictures are hidden until they are shown. "tree = loadimage(...)" is reported if nothing else is
 // done with the variable, or if the script shows no picture at all.
 void Survey::reportHidden() {
+    if (findings_.anyTrap(0, scanner_.size())) return;  // a word too much or too little may hide it
     struct Load {
         Lexeme call;
         Lexeme variable;  // an empty one: the result is used in another way
