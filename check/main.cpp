@@ -107,6 +107,16 @@ static bool fixFile(const std::string& path, std::string& bytes) {
     return true;
 }
 
+// The path as it is shown: from where the user is, if the file is below that.
+static std::string shownPath(const std::string& path) {
+    std::error_code error;
+    const fs::path here = fs::current_path(error);
+    const fs::path relative = fs::path(path).lexically_relative(here);
+    const bool isBelow =
+        fs::path(path).is_absolute() && !error && !relative.empty() && *relative.begin() != "..";
+    return isBelow ? relative.string() : path;
+}
+
 static int showFindings(const CheckResult& result, ReportForm form) {
     int status = kNothingFound;
     for (const Finding& finding : result.findings) {
@@ -128,7 +138,7 @@ static int checkFile(const std::string& path, const Options& options) {
         return kCannotRead;
     }
     if (options.fix && !fixFile(path, bytes)) return kCannotRead;
-    if (!options.room) return showFindings(checkScript(path, bytes, true), options.form);
+    if (!options.room) return showFindings(checkScript(shownPath(path), bytes, true), options.form);
     std::printf("%s\n", roomLine(bytes).c_str());
     return kNothingFound;
 }

@@ -87,6 +87,19 @@ class CommandLine(unittest.TestCase):
         self.assertTrue(done.stdout.startswith(b"levels/level1/script.txt:3:5: error: "))
         self.assertEqual(2, done.returncode)
 
+    def test_paths_start_where_the_user_is(self):
+        script = self.write_level("game", ERROR)
+        for path in ("game", "./game", script):
+            shown = self.run_check(path).stdout.decode().split(":")[0]
+            self.assertEqual("game/levels/level1/script.txt", os.path.normpath(shown))
+            self.assertFalse(os.path.isabs(shown))
+
+    def test_other_letter_case_is_told(self):
+        self.write("levels/level1/Script.txt", GOOD)
+        done = self.run_check()
+        self.assertEqual(3, done.returncode)
+        self.assertIn(b"but it exists as levels/level1/Script.txt", done.stderr)
+
     def test_a_folder_is_searched_for_scripts(self):
         self.write_level("games/b", ERROR)
         self.write_level("games/a", WARNING)
