@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "check/braces.h"
 #include "check/files.h"
 #include "check/line_ends.h"
 #include "check/program.h"
@@ -65,21 +66,22 @@ static void checkLoaded(const Source& source, const Program& program, bool onDis
     checkZeroByte(source, findings);
     checkLineEnds(source, findings);
     const std::vector<FileUse> files = surveyProgram(program, findings);
-    if (onDisk) checkFiles(source.path, files, findings);
     if (program.loads) tryProgram(program, findings);
+    const bool alone = findings.keepRootAlone(bracesMatch(program.scanner));
+    if (onDisk) checkFiles(source.path, alone ? std::vector<FileUse>() : files, findings);
 }
 
-// What else is wrong is found in the mended text; its lines and columns are the same.
-static CheckResult checkMended(const Source& broken, const Finding& stuck, bool onDisk) {
+// What else is wrong is found in the fixed text; its lines and columns are the same.
+static CheckResult checkFixed(const Source& broken, const Finding& stuck, bool onDisk) {
     CheckResult result = {makeSource(broken.path, withCrLf(broken.bytes)), {}};
     Findings findings;
     Program program(result.source);
     loadProgram(program, findings);
     checkLoaded(result.source, program, onDisk, findings);
 
-    const LineColumn place = broken.placeOf(stuck.position);
-    const size_t line = std::min(place.line, result.source.lineStarts.size()) - 1;
-    const size_t position = result.source.lineStarts[line] + place.column - 1;
+    // Each bare line end before it is a byte longer now.
+    const size_t upToHere = countBadLineEnds(broken.text.substr(0, stuck.position + 1));
+    const size_t position = stuck.position + upToHere - 1;
     const size_t count = countBadLineEnds(broken.bytes);
     findings.add(
         CheckId::LineEnd, std::min(position, result.source.text.size()),
@@ -95,7 +97,7 @@ static CheckResult checkHere(const std::string& path, const std::string& bytes, 
     Program program(result.source);
     loadProgram(program, findings);
     if (const Finding* stuck = stuckLineFeed(result.source, findings.all())) {
-        return checkMended(result.source, *stuck, onDisk);
+        return checkFixed(result.source, *stuck, onDisk);
     }
     checkLoaded(result.source, program, onDisk, findings);
     result.findings = findings.sorted();

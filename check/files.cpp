@@ -1,17 +1,13 @@
 #include "check/files.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
+#include "app/base/paths.h"
 #include "check/scanner.h"
 
 namespace fs = std::filesystem;
-
-static fs::path fontFolder(const fs::path& level) {
-    const fs::path whole = fs::absolute(level).lexically_normal();
-    const bool isLevel = whole.filename() == "level1" && whole.parent_path().filename() == "levels";
-    return isLevel ? whole.parent_path().parent_path() : level;
-}
 
 // The entry of the folder that differs from the name in letter case only, or "".
 static std::string otherCase(const fs::path& folder, const std::string& name) {
@@ -23,8 +19,8 @@ static std::string otherCase(const fs::path& folder, const std::string& name) {
     return "";
 }
 
-// The path below the folder as it is spelt on the disk, or "" if there is none.
-static std::string findSpelling(const fs::path& folder, const std::string& name) {
+std::string spellingOnDisk(const std::string& below, const std::string& name) {
+    const fs::path folder = below.empty() ? "." : below;
     std::error_code error;
     fs::path found;
     for (const fs::path& part : fs::path(name)) {
@@ -41,22 +37,57 @@ static void checkFile(const fs::path& folder, const FileUse& use, Findings& find
     const std::string what = use.kind == 'a' ? "font" : "picture";
     std::error_code error;
     if (!use.name.empty() && fs::is_regular_file(folder / use.name, error)) return;
-    const std::string spelling = findSpelling(folder, use.name);
+    const std::string spelling = spellingOnDisk(folder, use.name);
     const bool isFile = !spelling.empty() && fs::is_regular_file(folder / spelling, error);
     if (isFile) {
         findings.add(CheckId::FileCase, use.position,
-                     "this " + what + " is called \"" + spelling + "\": letter case counts");
+                     "this " + what + " exists as \"" + spelling + "\": letter case counts");
     } else {
         findings.add(CheckId::MissingFile, use.position,
                      "there is no " + what + " " + (folder / use.name).lexically_normal().string());
     }
 }
 
+// The folder of the game that the script at this path belongs to, if it is called as the engine
+// wants it, in whatever letter case; else nothing.
+static std::optional<fs::path> gameFolder(const fs::path& script) {
+    const fs::path whole = fs::absolute(script).lexically_normal();
+    const fs::path level = whole.parent_path();
+    const fs::path levels = level.parent_path();
+    const std::string last = (levels.filename() / level.filename() / whole.filename()).string();
+    if (lowerCase(last) != std::string(kLevelFolder) + "/script.txt") return {};
+    return levels.parent_path();
+}
+
+// What the engine does not start without.
+static void checkGame(const fs::path& script, const fs::path& game, Findings& findings) {
+    const std::string wanted = std::string(kLevelFolder) + "/script.txt";
+    const fs::path whole = fs::absolute(script).lexically_normal();
+    const std::string here = whole.lexically_relative(game).string();
+    if (here != wanted) {
+        findings.add(CheckId::FileCase, 0,
+                     "the engine looks for " + wanted + ": letter case counts, this is " + here,
+                     Severity::Error);
+    }
+    for (const char* file : {kFirstFont, kSelectionPicture}) {
+        std::error_code error;
+        if (fs::is_regular_file(game / file, error)) continue;
+        const std::string spelling = spellingOnDisk(game, file);
+        findings.add(CheckId::MissingFile, 0,
+                     std::string("the engine does not start without ") + file +
+                         " in the game's folder" +
+                         (spelling.empty() ? "" : ": it exists as " + spelling),
+                     Severity::Error);
+    }
+}
+
 void checkFiles(const std::string& scriptPath, const std::vector<FileUse>& files,
                 Findings& findings) {
     const fs::path level = fs::path(scriptPath).parent_path();
+    const std::optional<fs::path> game = gameFolder(scriptPath);
+    if (game) checkGame(scriptPath, *game, findings);
     for (const FileUse& use : files) {
-        const fs::path folder = use.kind == 'a' ? fontFolder(level) : level;
+        const fs::path folder = use.kind == 'a' && game ? *game : level;
         checkFile(folder.empty() ? "." : folder, use, findings);
     }
 }

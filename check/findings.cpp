@@ -13,6 +13,9 @@ static bool isHarmless(CheckId id) {
         case CheckId::FileCase:
         case CheckId::KeyCode:
         case CheckId::TextRewritten:
+        case CheckId::TimerInterval:
+        case CheckId::AssignedCondition:
+        case CheckId::NeverShown:
         case CheckId::CallbackUnknown:
         case CheckId::CallbackCase:
         case CheckId::CallbackParameters:
@@ -79,6 +82,52 @@ bool Findings::anyTrap(size_t from, size_t to) const {
     return std::any_of(findings_.begin(), findings_.end(), [&](const Finding& known) {
         return known.position >= from && known.position < to && !isHarmless(known.id);
     });
+}
+
+bool Findings::anyOddToken(size_t from, size_t to) const {
+    return std::any_of(findings_.begin(), findings_.end(), [&](const Finding& known) {
+        const bool odd = known.id == CheckId::BadCharacter || known.id == CheckId::OpenString ||
+                         known.id == CheckId::NoSuchOperator || known.id == CheckId::GluedCharacter;
+        return odd && known.position >= from && known.position < to;
+    });
+}
+
+bool Findings::has(CheckId id, size_t position) const {
+    return index_.count(keyOf(id, position)) > 0;
+}
+
+static bool isBrace(const Finding& finding) {
+    return finding.id == CheckId::OpenBrace || finding.id == CheckId::ExtraBrace;
+}
+
+// The mistake that all findings are likely to come from, or null. The braces of a text that is cut
+// off do not match either; nor do those that a text or a word has swallowed.
+static const Finding* rootOf(const std::vector<Finding>& findings, bool bracesMatch) {
+    const Finding* root = nullptr;
+    for (const Finding& finding : findings) {
+        if (finding.id == CheckId::OpenComment) return &finding;
+        if (finding.id == CheckId::TooBig || finding.id == CheckId::ZeroByte) return nullptr;
+        if (root == nullptr && !bracesMatch && isBrace(finding)) root = &finding;
+    }
+    if (root == nullptr) return nullptr;
+    for (const CheckId cause : {CheckId::OpenString, CheckId::GluedCharacter}) {
+        for (const Finding& finding : findings) {
+            if (finding.id == cause) return &finding;
+        }
+    }
+    return root;
+}
+
+bool Findings::keepRootAlone(bool bracesMatch) {
+    const Finding* const root = rootOf(findings_, bracesMatch);
+    if (root == nullptr) return false;
+    Finding kept = *root;
+    for (const Finding& finding : findings_)
+        kept.severity = std::max(kept.severity, finding.severity);
+    findings_.clear();
+    index_.clear();
+    add(kept.id, kept.position, kept.text, kept.severity);
+    return true;
 }
 
 static std::vector<Finding> inTextOrder(std::vector<Finding> findings) {

@@ -27,6 +27,17 @@ public:
     // True if something that may stop the engine, or lead it astray, was found from..to.
     bool anyTrap(size_t from, size_t to) const;
 
+    // True if from..to there is a character or word that is no part of the language.
+    bool anyOddToken(size_t from, size_t to) const;
+
+    // True if there is such a finding at the position.
+    bool has(CheckId id, size_t position) const;
+
+    // A comment or a brace that does not match throws everything else out of step: with one of
+    // them found, the others go. What is kept is an error if any of them was. Returns true if
+    // there was one. Braces that match if they are counted are no cause, whatever was found.
+    bool keepRootAlone(bool bracesMatch);
+
     const std::vector<Finding>& all() const { return findings_; }
 
     // In the order of the text, as they are shown. Places that only may be reached say so, and of

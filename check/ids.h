@@ -61,8 +61,8 @@
     X(BareBlock, "bare-block", Warning, "a block of its own inside a block")                      \
     X(IgnoredText, "ignored-text", Warning, "text that the engine passes over")                   \
     X(NoEffect, "no-effect", Warning, "a statement that does nothing")                            \
-    X(CallbackUnknown, "callback-unknown", Warning, "a call-back name that no function has")      \
-    X(CallbackCase, "callback-case", Warning, "a call-back name with capital letters")            \
+    X(CallbackUnknown, "callback-unknown", Error, "a call-back name that no function has")      \
+    X(CallbackCase, "callback-case", Error, "a call-back name with capital letters")            \
     X(CallbackParameters, "callback-parameters", Warning, "a call-back with parameters")          \
     X(DuplicateName, "duplicate-name", Warning, "two definitions of one name")                    \
     X(HiddenName, "hidden-name", Warning, "a name that a built-in has")                           \
@@ -77,6 +77,9 @@
     X(ChainedComparison, "chained-comparison", Warning, "comparisons in a chain")                 \
     X(OddNumber, "odd-number", Warning, "a number with letters, or a too big one")                \
     X(TextArgument, "text-argument", Warning, "a text argument that is not in quotes")            \
+    X(TimerInterval, "timer-interval", Warning, "a timer that never rests")                        \
+    X(AssignedCondition, "assigned-condition", Warning, "an assignment where == is meant")        \
+    X(NeverShown, "never-shown", Warning, "a picture that is loaded and never shown")             \
     X(KeyCode, "key-code", Warning, "a key code outside 0 to 299")                                \
     X(TextRewritten, "text-rewritten", Warning, "createtext rewrites the text before it")         \
     X(MissingFile, "missing-file", Warning, "a picture or font that does not exist")              \

@@ -9,10 +9,12 @@
 #include <system_error>
 
 #include "check/check.h"
+#include "check/files.h"
 #include "check/ids.h"
 #include "check/line_ends.h"
 #include "check/report.h"
 #include "check/room.h"
+#include "check/scanner.h"
 
 namespace fs = std::filesystem;
 
@@ -81,7 +83,8 @@ static std::vector<std::string> findScripts(const std::string& folder, std::erro
     fs::recursive_directory_iterator entry(folder, error);
     for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
         std::error_code unknown;
-        if (entry->path().filename() == "script.txt" && entry->is_regular_file(unknown)) {
+        const std::string name = lowerCase(entry->path().filename().string());
+        if (name == "script.txt" && entry->is_regular_file(unknown)) {
             scripts.push_back(entry->path().string());
         }
     }
@@ -104,6 +107,16 @@ static bool fixFile(const std::string& path, std::string& bytes) {
     return true;
 }
 
+// The path as it is shown: from where the user is, if the file is below that.
+static std::string shownPath(const std::string& path) {
+    std::error_code error;
+    const fs::path here = fs::current_path(error);
+    const fs::path relative = fs::path(path).lexically_relative(here);
+    const bool isBelow =
+        fs::path(path).is_absolute() && !error && !relative.empty() && *relative.begin() != "..";
+    return isBelow ? relative.string() : path;
+}
+
 static int showFindings(const CheckResult& result, ReportForm form) {
     int status = kNothingFound;
     for (const Finding& finding : result.findings) {
@@ -119,11 +132,13 @@ static int checkFile(const std::string& path, const Options& options) {
     std::string bytes;
     std::string reason;
     if (!readFile(path, bytes, reason)) {
-        complain(path, reason);
+        const std::string spelling = spellingOnDisk("", path);
+        const bool otherCase = !spelling.empty() && spelling != path;
+        complain(path, reason + (otherCase ? ", but it exists as " + spelling : ""));
         return kCannotRead;
     }
     if (options.fix && !fixFile(path, bytes)) return kCannotRead;
-    if (!options.room) return showFindings(checkScript(path, bytes, true), options.form);
+    if (!options.room) return showFindings(checkScript(shownPath(path), bytes, true), options.form);
     std::printf("%s\n", roomLine(bytes).c_str());
     return kNothingFound;
 }

@@ -24,11 +24,12 @@ size_t editDistance(std::string_view a, std::string_view b) {
     return rows[a.size()][b.size()];
 }
 
-std::string didYouMean(std::string_view word, const std::vector<std::string_view>& candidates) {
+std::string_view nearestName(std::string_view word,
+                             const std::vector<std::string_view>& candidates) {
+    constexpr size_t kShortest = 3;  // words of one or two letters are like all others
     constexpr size_t kLongest = 40;  // nobody mistypes longer words, and the search is quadratic
-    if (word.size() > kLongest) return "";
-    size_t nearest = word.size() < 4 ? 1 : word.size() / 3 + 1;  // the first distance too far
-    if (word.size() < 4) nearest = 2;
+    if (word.size() < kShortest || word.size() > kLongest) return "";
+    size_t nearest = word.size() == kShortest ? 2 : word.size() / 3 + 1;  // the first one too far
     std::string_view best;
     for (std::string_view candidate : candidates) {
         const size_t longer = std::max(word.size(), candidate.size());
@@ -39,5 +40,9 @@ std::string didYouMean(std::string_view word, const std::vector<std::string_view
         nearest = distance;
         best = candidate;
     }
-    return best.empty() ? "" : ", did you mean " + quoted(best) + "?";
+    return best;
+}
+
+std::string didYouMean(std::string_view name) {
+    return name.empty() ? "" : ", did you mean " + quoted(name) + "?";
 }

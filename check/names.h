@@ -11,5 +11,9 @@ std::string quoted(std::string_view name);
 // How many single changes make one word of the other; two neighbours swapped count as one.
 size_t editDistance(std::string_view a, std::string_view b);
 
-// ", did you mean "x"?" with the candidate most like the word, or nothing if none is.
-std::string didYouMean(std::string_view word, const std::vector<std::string_view>& candidates);
+// The candidate most like the word, or nothing if none is like it.
+std::string_view nearestName(std::string_view word,
+                             const std::vector<std::string_view>& candidates);
+
+// ", did you mean "x"?", or nothing for an empty name.
+std::string didYouMean(std::string_view name);

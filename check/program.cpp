@@ -1,5 +1,7 @@
 #include "check/program.h"
 
+#include "check/braces.h"
+#include "check/names.h"
 #include "check/tokens.h"
 #include "script/run/functions.h"
 #include "script/run/variables.h"
@@ -20,6 +22,7 @@ public:
     Loader(Program& program, Findings& findings) : program_(program), findings_(findings) {}
 
     void run() {
+        passByteOrderMark();
         do {
             const size_t before = position_;
             read();
@@ -41,6 +44,15 @@ private:
         program_.loads = false;
     }
 
+    void passByteOrderMark() {
+        static constexpr std::string_view kMark = "\xEF\xBB\xBF";
+        if (program_.scanner.source(0, kMark.size()) != kMark) return;
+        fail(CheckId::BadCharacter, 0,
+             "the file begins with a byte order mark, and the load never ends: save it as UTF-8 "
+             "without one");
+        position_ = kMark.size();
+    }
+
     // Reads a token for the loops that never get past one that moves nothing, and passes it.
     void read() {
         for (;;) {
@@ -58,10 +70,11 @@ private:
     void readOnce() {
         token_ = program_.scanner.read(position_);
         if (token_.fault != TokenFault::None) {
-            reportFault(token_, findings_);
+            reportFault(program_.scanner, token_, findings_);
             program_.loads = false;
         }
-        inspectToken(program_.scanner, token_, findings_);
+        if (token_.start >= quietUntil_)
+            quietUntil_ = inspectToken(program_.scanner, token_, findings_);
         position_ = token_.next;
     }
 
@@ -172,7 +185,7 @@ private:
             noteWord(function);
         }
         inFunction_ = false;
-        if (!open.empty()) reportOpen(open);
+        if (!open.empty() && !token_.isFaulty()) reportOpen(open);
     }
 
     void noteWord(CheckedFunction* function) {
@@ -182,7 +195,7 @@ private:
     }
 
     void reportOpen(const std::vector<size_t>& open) {
-        fail(CheckId::OpenBrace, open.front(),
+        fail(CheckId::OpenBrace, likelyOpenBrace(program_.scanner, open.front()),
              "this { has no }: " + std::to_string(open.size()) +
                  (open.size() == 1 ? " } is" : " } are") +
                  " missing before the end of the text; the load never ends");
@@ -195,16 +208,23 @@ private:
             program_.functions.back().hasReturn = true;
         }
         if (token_.is('}')) {
-            findings_.add(CheckId::ExtraBrace, token_.start,
-                          "this } closes nothing: one { is missing, or one } is too much");
+            if (foundExtra_) return;
+            foundExtra_ = true;
+            const ExtraBrace extra = likelyExtraBrace(program_.scanner, token_.start);
+            findings_.add(CheckId::ExtraBrace, extra.position,
+                          extra.isMissing
+                              ? "a { is missing before this: a } behind it closes nothing"
+                              : "this } closes nothing: a { is missing, or there is a } too many");
         } else if (token_.is(';')) {
             inFunction_ = false;
         } else if (!inFunction_ && !token_.isEmpty() && !ignoring_) {
             ignoring_ = true;
+            program_.ignoresText = true;
             if (findings_.anyTrap(token_.start, token_.next)) return;  // it was no comment
             findings_.add(CheckId::IgnoredText, token_.start,
-                          "the engine passes over this text: functions and variables begin with "
-                          "int or char");
+                          "there is no " + quoted(program_.scanner.source(token_)) +
+                              " here: functions and variables begin with int or char, all else "
+                              "is passed over");
         }
     }
 
@@ -219,6 +239,8 @@ private:
     bool inFunction_ = false;  // between a function's parameters and the end of its body
     bool ignoring_ = false;    // within text that was reported as passed over
     bool foundLineFeed_ = false;
+    bool foundExtra_ = false;
+    size_t quietUntil_ = 0;  // what comes before has its cause in what was found
     int stuckReports_ = 0;
 };
 

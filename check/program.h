@@ -40,8 +40,9 @@ public:
     std::vector<CheckedGlobal> globals;      // in text order
     std::unordered_map<std::string_view, size_t> functionIndex;
     std::unordered_map<std::string_view, size_t> globalIndex;
-    bool loads = true;     // the engine's load comes to an end without an error
-    bool usesEnd = false;  // the word `end` stands somewhere
+    bool loads = true;         // the engine's load comes to an end without an error
+    bool ignoresText = false;  // outside of all functions there is what the engine passes over
+    bool usesEnd = false;      // the word `end` stands somewhere
 };
 
 // Does what the engine's load does, but goes on where the engine would stop: what it would stop at

@@ -1,5 +1,6 @@
 #include "check/reader.h"
 
+#include <cctype>
 #include <cstdlib>
 
 #include "script/errors/nesting.h"
@@ -70,14 +71,33 @@ void Reader::failGap(const Lexeme& gap) const {
     fail(CheckId::Syntax, gap.start, "");
 }
 
+// "score = score + 10" for the "score += 10" whose operator is at the position.
+std::string Reader::writtenOut(size_t position) const {
+    const char sign = scanner_.byteAt(position);
+    size_t end = position;
+    while (end > 0 && scanner_.byteAt(end - 1) == ' ')
+        end--;
+    size_t start = end;
+    while (start > 0 && std::isalnum(static_cast<unsigned char>(scanner_.byteAt(start - 1))) != 0)
+        start--;
+    const std::string name(start < end ? scanner_.source(start, end) : "x");
+    const Lexeme right = scanner_.readReal(position + 2);
+    std::string value = "1";
+    if (scanner_.byteAt(position + 1) == '=') {
+        const bool isWhole = scanner_.readReal(right.next).is(';');
+        value = isWhole ? std::string(scanner_.source(right)) : "(...)";
+    }
+    return name + " = " + name + " " + sign + " " + value;
+}
+
 void Reader::failSign() const {
     const char sign = scanner_.byteAt(previous_.start);
     const bool doubled = previous_.start > 0 && scanner_.byteAt(previous_.start - 1) == sign;
     const bool adjacent = token_.is(sign) && token_.start == previous_.next;
     if (doubled || adjacent) {
-        const std::string name(2, sign);
-        fail(CheckId::NoSuchOperator, doubled ? previous_.start - 1 : previous_.start,
-             "there is no " + name + ": write x = x " + std::string(1, sign) + " 1");
+        const size_t first = doubled ? previous_.start - 1 : previous_.start;
+        fail(CheckId::NoSuchOperator, first,
+             "there is no " + std::string(2, sign) + ": write " + writtenOut(first));
     }
     fail(CheckId::Syntax, token_.start, "two signs in a row: put the second one in parentheses");
 }
@@ -87,7 +107,8 @@ void Reader::failAtom() const {
     if (token_.isNothing()) failGap(token_);
     if (token_.is('=') && isOperator(previous_)) {
         const std::string name = std::string(scanner_.source(previous_)) + "=";
-        fail(CheckId::NoSuchOperator, previous_.start, "there is no operator " + name);
+        fail(CheckId::NoSuchOperator, previous_.start,
+             "there is no operator " + name + ": write " + writtenOut(previous_.start));
     }
     if (isSign(previous_) && (isSign(token_) || token_.is(';') || token_.is(','))) failSign();
     if (token_.kind == TokenKind::String) {
@@ -117,8 +138,21 @@ void Reader::failUnexpected(char expected) const {
 }
 
 void Reader::failArguments(const BuiltinSignature& builtin) const {
+    if (token_.is('\'')) {
+        fail(CheckId::BuiltinArguments, token_.start, "a text is put in double quotes");
+    }
+    if (builtin.arguments == "s" && !token_.isEmpty() && !token_.is(')') && !token_.is(';')) {
+        fail(CheckId::BuiltinArguments, token_.start,
+             std::string(builtin.name) + " shows one text in quotes; " + howToShowNumber(token_));
+    }
     fail(CheckId::BuiltinArguments, token_.start,
          "wrong arguments: the call is " + callForm(builtin) + (builtin.endsStatement ? ";" : ""));
+}
+
+std::string Reader::howToShowNumber(const Lexeme& number) const {
+    const bool isWord = number.isIdentifier() || number.kind == TokenKind::Number;
+    const std::string shown = isWord ? std::string(scanner_.source(number)) : "value";
+    return "to show a number write print(" + shown + "); as a statement of its own";
 }
 
 // Operands --------------------------------------------------------------------------------------
@@ -189,12 +223,17 @@ void Reader::readOutput(BuiltinCall& call) {
     read();
     if (!token_.is('(')) failArguments(call.builtin);
     read();
-    if (token_.kind != TokenKind::String) {
+    const bool isText = token_.kind == TokenKind::String;
+    if (!isText) {
         if (call.builtin.arguments == "s") failArguments(call.builtin);
         putBack();
         expression();
     }
     read();
+    if (isText && isSign(token_)) {
+        fail(CheckId::BuiltinArguments, token_.start,
+             "nothing can be added to a text; " + howToShowNumber(scanner_.readReal(token_.next)));
+    }
     if (token_.is(',')) failArguments(call.builtin);
     if (!token_.is(')')) failUnexpected(')');
     read();

@@ -110,6 +110,8 @@ private:
     void readArguments(BuiltinCall& call);
     void readArgument(BuiltinCall& call, char kind);
 
+    std::string writtenOut(size_t position) const;
+    std::string howToShowNumber(const Lexeme& number) const;
     [[noreturn]] void failAtom() const;
     [[noreturn]] void failSign() const;
     [[noreturn]] void failGap(const Lexeme& gap) const;

@@ -81,7 +81,7 @@ static std::string excerpt(const Source& source, size_t position, ReportForm for
 static std::string readable(const Source& source, const Finding& finding, ReportForm form) {
     const bool colour = form == ReportForm::Colour;
     const bool error = finding.severity == Severity::Error;
-    const LineColumn place = source.placeOf(finding.position);
+    const TextPlace place = source.placeOf(finding.position);
     std::string head = shown(source.path) + ":" + std::to_string(place.line) + ":" +
                        std::to_string(place.column) + ": ";
     std::string word = error ? "error: " : "warning: ";
@@ -109,7 +109,7 @@ static std::string jsonString(std::string_view text) {
 }
 
 static std::string json(const Source& source, const Finding& finding) {
-    const LineColumn place = source.placeOf(finding.position);
+    const TextPlace place = source.placeOf(finding.position);
     const bool error = finding.severity == Severity::Error;
     return "{\"file\": " + jsonString(source.path) + ", \"line\": " + std::to_string(place.line) +
            ", \"column\": " + std::to_string(place.column) + ", \"severity\": \"" +

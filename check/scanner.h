@@ -2,6 +2,7 @@
 // checker wants to know besides: where a token begins, and what was skipped before it.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -21,6 +22,7 @@ struct Lexeme {
 
     bool is(char c) const { return kind != TokenKind::String && text.size() == 1 && text[0] == c; }
     bool isFinished() const { return keyword == KeywordCode::Finished; }
+    bool isFaulty() const { return fault != TokenFault::None; }
     bool isEmpty() const { return text.empty(); }
     bool isType() const { return keyword == KeywordCode::Char || keyword == KeywordCode::Int; }
     bool isIdentifier() const { return kind == TokenKind::Identifier; }
@@ -51,6 +53,10 @@ public:
     }
     std::string_view source(size_t from, size_t to) const {
         return std::string_view(text_).substr(from, to - from);
+    }
+    // Where the words begin, at or after the position; the end of the text if they are not there.
+    size_t find(std::string_view words, size_t position) const {
+        return std::min(text_.find(words, position), size());
     }
     // After the first ")" from the position on, or the end of the text.
     size_t afterCloseParen(size_t position) const;

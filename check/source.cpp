@@ -17,31 +17,16 @@ static std::string engineText(const std::string& bytes) {
     return bytes.substr(0, std::min(last, bytes.find('\0')));
 }
 
-static bool endsLine(const std::string& text, size_t i) {
-    if (text[i] == '\n') return true;
-    return text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n');
-}
-
 Source makeSource(std::string path, std::string bytes) {
     Source source;
     source.path = std::move(path);
     source.bytes = std::move(bytes);
     source.text = engineText(source.bytes);
-    source.lineStarts.push_back(0);
-    for (size_t i = 0; i < source.text.size(); i++) {
-        if (endsLine(source.text, i)) source.lineStarts.push_back(i + 1);
-    }
     return source;
 }
 
-LineColumn Source::placeOf(size_t position) const {
-    const auto next = std::upper_bound(lineStarts.begin(), lineStarts.end(), position);
-    const size_t line = static_cast<size_t>(next - lineStarts.begin());
-    return {line, position - lineStarts[line - 1] + 1};
-}
-
 std::string_view Source::lineAt(size_t position) const {
-    const size_t start = lineStarts[placeOf(position).line - 1];
+    const size_t start = position + 1 - placeOf(position).column;
     const size_t end = text.find_first_of("\r\n", start);
     return std::string_view(text).substr(start, end == std::string::npos ? end : end - start);
 }

@@ -1,5 +1,8 @@
 #include "check/survey.h"
 
+#include <algorithm>
+#include <unordered_map>
+
 #include "check/names.h"
 #include "check/survey_reader.h"
 
@@ -34,8 +37,9 @@ void Survey::surveyFunction(const CheckedFunction& function) {
     try {
         readParameters();
     } catch (const Problem& problem) {
-        report(problem);
+        report(problem, function.location);
         position_ = scanner_.afterCloseParen(function.location);
+        useNames(function.location, position_);
     }
     readFunctionBody(function);
     for (const Local& local : locals_) {
@@ -73,16 +77,51 @@ static void checkDefinitions(const Program& program, Findings& findings) {
     }
 }
 
+// Without a main, or with text outside of all functions, too much is unused to say.
 void Survey::reportUnused() {
+    if (program_.ignoresText || program_.findFunction("main") == nullptr) return;
     for (const CheckedFunction& function : program_.functions) {
         if (function.name == "main" || functionsUsed_.count(function.name) > 0) continue;
         add(CheckId::UnusedFunction, function.start,
             quoted(function.name) + " is never called and is no call-back");
     }
     for (size_t i = 0; i < program_.globals.size(); i++) {
-        if (globalUsed_[i]) continue;
-        add(CheckId::UnusedVariable, program_.globals[i].start,
-            quoted(program_.globals[i].name) + " is never used");
+        const CheckedGlobal& global = program_.globals[i];
+        if (globalUsed_[i] || findings_.anyTrap(global.start, global.start + global.name.size())) {
+            continue;
+        }
+        add(CheckId::UnusedVariable, global.start, quoted(global.name) + " is never used");
+    }
+}
+
+// Pictures are hidden until they are shown. "tree = loadimage(...)" is reported if nothing else is
+// done with the variable, or if the script shows no picture at all.
+void Survey::reportHidden() {
+    if (findings_.anyTrap(0, scanner_.size())) return;  // a word too much or too little may hide it
+    struct Load {
+        Lexeme call;
+        Lexeme variable;  // an empty one: the result is used in another way
+    };
+    std::vector<Load> loads;
+    std::unordered_map<std::string_view, int> mentions;
+    bool shows = false;
+    Lexeme before, previous;
+    for (size_t position = 0; position < scanner_.size();) {
+        const Lexeme token = scanner_.readReal(position);
+        position = std::max(token.next, position + 1);
+        if (token.isIdentifier()) mentions[token.text]++;
+        if (token.text == "showimage") shows = true;
+        if (token.isIdentifier() && token.text == "loadimage") {
+            loads.push_back({token, previous.is('=') ? before : Lexeme()});
+        }
+        before = previous;
+        previous = token;
+    }
+    for (const Load& load : loads) {
+        const bool isDropped = !load.variable.isEmpty() && mentions[load.variable.text] <= 2;
+        if (shows && !isDropped) continue;
+        add(CheckId::NeverShown, load.call.start,
+            "this picture is never shown: showimage(image, 1) shows it");
     }
 }
 
@@ -93,7 +132,7 @@ void Survey::run() {
             try {
                 surveyFunction(function);
             } catch (const Problem& problem) {
-                report(problem);
+                report(problem, function.start);
             }
         }
     } catch (const OutOfBudget&) {
@@ -104,6 +143,7 @@ void Survey::run() {
         add(CheckId::MainParameters, main->location, "main must be declared as main()");
     }
     reportUnused();
+    reportHidden();
 }
 
 std::vector<FileUse> surveyProgram(const Program& program, Findings& findings) {

@@ -1,3 +1,6 @@
+#include <algorithm>
+
+#include "app/base/paths.h"
 #include "check/names.h"
 #include "check/survey_reader.h"
 #include "keys/key_bindings.h"
@@ -5,9 +8,22 @@
 
 // Names -----------------------------------------------------------------------------------------
 
-void Survey::report(const Problem& problem) {
-    if (!problem.text.empty()) add(problem.id, problem.position, problem.text);
+// What goes wrong in a statement has its cause in the odd tokens in it, if there are any.
+void Survey::report(const Problem& problem, size_t start) {
+    const bool explained = findings_.anyOddToken(start, token_.next);
+    if (!problem.text.empty() && !explained) add(problem.id, problem.position, problem.text);
     if (problem.id == CheckId::NestedTooDeeply) budget_ = 0;  // there is no end of such problems
+}
+
+// Text that was not read on account of a problem: nobody knows that its names are not used.
+void Survey::useNames(size_t from, size_t to) {
+    for (size_t position = from; position < to;) {
+        const Lexeme token = scanner_.readReal(position);
+        position = std::max(token.next, position + 1);
+        if (!token.isIdentifier()) continue;
+        useVariable(token.text);
+        functionsUsed_.insert(token.text);
+    }
 }
 
 bool Survey::useVariable(std::string_view name) {
@@ -36,11 +52,15 @@ std::vector<std::string_view> Survey::knownNames() const {
     return names;
 }
 
-// The search takes time: a text of unknown words is no script with slips of the pen.
+// The search takes time: a text of unknown words is no script with slips of the pen. What is
+// suggested counts as used: it was meant.
 std::string Survey::suggestionFor(std::string_view name) {
     constexpr int kMostSuggestions = 20;
     if (suggestions_++ >= kMostSuggestions) return "";
-    return didYouMean(name, knownNames());
+    const std::string_view nearest = nearestName(name, knownNames());
+    useVariable(nearest);
+    functionsUsed_.insert(nearest);
+    return didYouMean(nearest);
 }
 
 // An unknown name is reported once in a function and then taken for a variable, so that what
@@ -68,13 +88,18 @@ Value Survey::valueOf(const Lexeme& name) {
     return {};
 }
 
+// What an unknown function would take is unknown too.
 void Survey::skipUnknownCall() {
-    read();
+    const size_t from = position_;
+    if (!scanner_.read(from).is('(')) return;
+    int depth = 0;
     do {
-        expression();
         read();
-    } while (token_.is(','));
-    if (!token_.is(')')) failUnexpected(')');
+        if (token_.is('(')) depth++;
+        if (token_.is(')')) depth--;
+    } while (depth > 0 && !token_.is(';') && !token_.is('{') && !token_.isFinished());
+    useNames(from, position_);
+    if (depth > 0) failUnexpected(')');
 }
 
 static std::string counted(size_t n, const char* what) {
@@ -141,6 +166,14 @@ Value Survey::callBuiltin(const BuiltinCall& call) {
         call.builtin.name.substr(0, 3) != "get") {
         timersMade_++;
         lastText_ = kNowhere;
+    }
+    if (call.builtin.name == "createtimer" && call.values[0].isZero() && call.values[1].isZero()) {
+        add(CheckId::TimerInterval, call.name.start,
+            "with the interval 0 the function is called a thousand times a second");
+    }
+    if (call.builtin.name == "createunit" && !makesUnits_) {
+        makesUnits_ = true;
+        files.push_back({'p', kUnitPicture, call.name.start});
     }
     for (size_t i = 0; i < call.values.size(); i++) {
         const char kind = call.builtin.arguments[i];

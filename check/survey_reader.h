@@ -43,7 +43,7 @@ private:
     void add(CheckId id, size_t position, std::string text) {
         findings_.add(id, position, std::move(text));
     }
-    void report(const Problem& problem);
+    void report(const Problem& problem, size_t start);
 
     // Names ------
     bool isVariable(const Lexeme& name) override;
@@ -59,6 +59,7 @@ private:
     void noteArgument(const BuiltinSignature& builtin, char kind) override;
 
     bool useVariable(std::string_view name);
+    void useNames(size_t from, size_t to);
     std::vector<std::string_view> knownNames() const;
     std::string suggestionFor(std::string_view name);
     void declare(const Lexeme& name, bool isParameter);
@@ -88,8 +89,10 @@ private:
     void readReturn(Context context);
     void readOther();
     Value readHead();
+    void checkCondition();
 
     void reportUnused();
+    void reportHidden();
 
     Findings& findings_;
     std::vector<Local> locals_;
@@ -102,6 +105,7 @@ private:
     size_t lastText_ = kNowhere;  // the last createtext, if no timer may have been made since
     int timersMade_ = 0;          // what may have made timers
     int suggestions_ = 0;         // made so far
-    int exits_ = 0;               // what may have ended the process
+    bool makesUnits_ = false;
+    int exits_ = 0;                // what may have ended the process
     size_t skippedTo_ = kNowhere;  // behind the last token that was skipped without effect
 };

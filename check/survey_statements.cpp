@@ -1,16 +1,30 @@
+#include "check/names.h"
 #include "check/survey_reader.h"
 #include "script/run/variables.h"
+
+// "( name =" begins an assignment where a comparison is more likely.
+void Survey::checkCondition() {
+    const Lexeme open = scanner_.read(position_);
+    const Lexeme name = scanner_.read(open.next);
+    const Lexeme sign = scanner_.read(name.next);
+    if (!open.is('(') || !name.isIdentifier() || !sign.is('=')) return;
+    if (scanner_.byteAt(sign.next) == '=') return;
+    add(CheckId::AssignedCondition, sign.start,
+        "this assigns a value to " + quoted(name.text) + ": == compares");
+}
 
 // The condition behind a keyword.
 Value Survey::readHead() {
     const size_t start = token_.start;
+    checkCondition();
     const int32_t depth = depth_;
     try {
         return expression();
     } catch (const Problem& problem) {
         depth_ = depth;
-        report(problem);
+        report(problem, start);
         resumeBehindHead(start);
+        useNames(start, position_);
         return {};
     }
 }
@@ -47,8 +61,9 @@ void Survey::readStatement(Context context) {
         readStatementOf(context);
     } catch (const Problem& problem) {
         depth_ = depth;
-        report(problem);
+        report(problem, start);
         resumeBehindStatement(problem, start);
+        useNames(start, position_);
     }
 }
 
@@ -267,8 +282,9 @@ void Survey::readFor(Context context) {
         test = readForHead();
     } catch (const Problem& problem) {
         depth_ = depth;
-        report(problem);
+        report(problem, start);
         resumeBehindHead(start);
+        useNames(start, position_);
     }
     readLoopBody(context, start, test);
 }

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "check/names.h"
+
 static bool isOneOf(char c, const char* set) {
     return c != '\0' && std::strchr(set, c) != nullptr;
 }
@@ -28,7 +30,7 @@ static std::string adviceFor(char c) {
         case ']':
             return "there are no arrays: use single variables";
         case '.':
-            return "there are no points in this language: numbers are whole, names are one word";
+            return "names are one word, without points";
         default:
             return std::string("there is no operator ") + c;
     }
@@ -55,9 +57,9 @@ void reportStuck(const Scanner& scanner, size_t position, Findings& findings) {
     }
 }
 
-void reportFault(const Lexeme& token, Findings& findings) {
+void reportFault(const Scanner& scanner, const Lexeme& token, Findings& findings) {
     if (token.fault == TokenFault::OpenComment) {
-        findings.add(CheckId::OpenComment, token.from, "a /* behind here has no */",
+        findings.add(CheckId::OpenComment, scanner.find("/*", token.from), "this /* has no */",
                      Severity::Error);
     } else if (token.fault == TokenFault::OpenString) {
         findings.add(CheckId::OpenString, token.start,
@@ -82,10 +84,22 @@ static size_t firstForeign(std::string_view text) {
     return std::string_view::npos;
 }
 
+// Digits with a point in or after them.
+static bool isFraction(std::string_view text) {
+    const size_t point = text.find_first_not_of("0123456789");
+    return point > 0 && point < text.size() && text[point] == '.' &&
+           text.find_first_not_of("0123456789", point + 1) == std::string_view::npos;
+}
+
 static void reportForeign(std::string_view text, size_t start, size_t at, Findings& findings) {
     const char c = text[at];
     const std::string word = "\"" + std::string(text) + "\" is read as one word: ";
-    if (c == '\n') {
+    if (isFraction(text)) {
+        findings.add(CheckId::OddNumber, start,
+                     "there are whole numbers only: " + quoted(text) + " counts as " +
+                         std::string(text.substr(0, at)),
+                     Severity::Error);
+    } else if (c == '\n') {
         findings.add(CheckId::LineEnd, start + at,
                      "the bare line feed becomes a part of the word before it; save the script "
                      "with CR LF line ends, or run zelcheck --fix");
@@ -116,13 +130,26 @@ static void inspectComment(const Scanner& scanner, const Lexeme& token, Findings
     }
 }
 
-void inspectToken(const Scanner& scanner, const Lexeme& token, Findings& findings) {
+// In other languages \" is a quote inside a text. Here the text ends: what comes after it is then
+// neither a comma nor a bracket nor the end of the statement.
+static size_t inspectString(const Scanner& scanner, const Lexeme& token, Findings& findings) {
+    if (token.text.empty() || token.text.back() != '\\') return 0;
+    const Lexeme next = scanner.readReal(token.next);
+    if (next.is(',') || next.is(')') || next.is(';') || next.isFinished()) return 0;
+    findings.add(CheckId::OpenString, token.next - 2,
+                 "there are no escapes in a text: it ends here, and cannot have a quote in it");
+    return scanner.find("\r", token.next);
+}
+
+size_t inspectToken(const Scanner& scanner, const Lexeme& token, Findings& findings) {
     inspectComment(scanner, token, findings);
-    if (token.kind != TokenKind::Identifier && token.kind != TokenKind::Number) return;
+    if (token.kind == TokenKind::String) return inspectString(scanner, token, findings);
+    if (token.kind != TokenKind::Identifier && token.kind != TokenKind::Number) return 0;
     const size_t foreign = firstForeign(token.text);
     if (foreign != std::string_view::npos) {
         reportForeign(scanner.source(token), token.start, foreign, findings);
     } else if (token.kind == TokenKind::Number) {
         inspectNumber(token, findings);
     }
+    return 0;
 }

@@ -9,7 +9,8 @@
 void reportStuck(const Scanner& scanner, size_t position, Findings& findings);
 
 // A string or comment that is not closed, a token that is too long: the load fails.
-void reportFault(const Lexeme& token, Findings& findings);
+void reportFault(const Scanner& scanner, const Lexeme& token, Findings& findings);
 
-// Oddities that do not stop the load.
-void inspectToken(const Scanner& scanner, const Lexeme& token, Findings& findings);
+// Oddities that do not stop the load. Returns the position up to which tokens need no look: what is
+// odd there comes of what was found.
+size_t inspectToken(const Scanner& scanner, const Lexeme& token, Findings& findings);

@@ -20,6 +20,7 @@ Value* Trial::findVariable(std::string_view name) {
 Value Trial::valueOf(const Lexeme& name) {
     const Value* value = findVariable(name.text);
     if (value != nullptr) return *value;
+    if (!assumed_.insert(name.text).second) return {};
     const bool isCall = scanner_.read(position_).is('(');
     fail(isCall ? CheckId::UnknownFunction : CheckId::UnknownVariable, name.start,
          quoted(name.text) + " is not declared where the engine gets here");
@@ -118,6 +119,7 @@ Value Trial::callBuiltin(const BuiltinCall& call) {
     const std::string_view name = call.builtin.name;
     noteTaken(name);
     const bool never = name == "createtimer" && call.values[1].known && call.values[1].number < 0;
+    if (name == "createtimer" && !never && inMain_) missing_.push_back(call.tokens.back());
     if ((name == "createtimer" && !never) || name == "addexectfunckey") {
         addCallback(call.tokens.back());
     }
@@ -133,6 +135,7 @@ void Trial::enterAt(const CheckedFunction& function) {
     returns_.clear();
     loopStates_.clear();
     trap_.reset();
+    endless_.reset();
     wholeStatement_ = true;
     depth_ = 0;
     token_ = scanner_.read(function.start);
@@ -166,9 +169,33 @@ bool Trial::tryFunction(const CheckedFunction& function) {
     } catch (const Uncertain&) {
         return false;
     } catch (const OutOfBudget&) {
+        confirmEndless();
         return false;
     }
     return true;
+}
+
+bool Trial::mentions(std::string_view word) const {
+    for (size_t position = 0; position < scanner_.size();) {
+        const Lexeme token = scanner_.readReal(position);
+        if (token.isIdentifier() && token.text == word) return true;
+        position = std::max(token.next, position + 1);
+    }
+    return false;
+}
+
+// The game ends when a timer calls a function that does not exist, unless something takes the timer
+// away before or ends the game in another way.
+void Trial::confirmMissing() {
+    if (program_.usesEnd) return;
+    for (const std::string_view word : {"deletetimer", "pausetimer", "exitgame"}) {
+        if (mentions(word)) return;
+    }
+    for (const Lexeme& name : missing_) {
+        for (const CheckId id : {CheckId::CallbackUnknown, CheckId::CallbackCase}) {
+            if (findings_.has(id, name.start)) findings_.add(id, name.start, "", Severity::Error);
+        }
+    }
 }
 
 // Nothing is known of the variables when a timer or a key calls. A call-back may make more.
@@ -187,6 +214,7 @@ void Trial::run() {
     if (main == nullptr) return;
     budget_ = kMainBudget;
     if (!tryFunction(*main) || !mayCallBack_) return;
+    confirmMissing();
     budget_ = kCallbackBudget;
     tryCallbacks();
 }

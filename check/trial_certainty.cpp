@@ -88,9 +88,18 @@ size_t Trial::stateHash() const {
     return hash;
 }
 
+// The trial has run in a loop for as long as it may. If its test is a constant, and no word of the
+// script can end the game, so does the engine.
+void Trial::confirmEndless() {
+    if (endless_ && !program_.usesEnd) {
+        findings_.add(CheckId::EndlessLoop, *endless_, "", Severity::Error);
+    }
+}
+
 // Called at each pass of a loop whose test is known. All that has happened since the last pass was
 // known too: where nothing has changed, nothing ever will.
 void Trial::watchLoop(size_t start) {
+    if (findings_.has(CheckId::EndlessLoop, start)) endless_ = start;
     if (!wholeStatement_) return;
     const size_t hash = stateHash();
     const auto [state, isNew] = loopStates_.emplace(start, hash);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "check/findings.h"
@@ -37,7 +38,9 @@ private:
 
     // Names ------
     Value* findVariable(std::string_view name);
-    bool isVariable(const Lexeme& name) override { return findVariable(name.text) != nullptr; }
+    bool isVariable(const Lexeme& name) override {
+        return findVariable(name.text) != nullptr || assumed_.count(name.text) > 0;
+    }
     Value valueOf(const Lexeme& name) override;
     void assign(const Lexeme& name, Value value) override;
     Value callUser(const CheckedFunction& function, const Lexeme& name,
@@ -68,6 +71,7 @@ private:
     void forgetGlobals();
     void forgetFrom(size_t start);
     void watchLoop(size_t start);
+    void confirmEndless();
     size_t stateHash() const;
 
     // Entries ------
@@ -77,6 +81,8 @@ private:
     void tryCallbacks();
     void noteTaken(std::string_view builtin);
     void addCallback(const Lexeme& name);
+    void confirmMissing();
+    bool mentions(std::string_view word) const;
 
     Findings& findings_;
     std::vector<Value> globals_;
@@ -84,6 +90,9 @@ private:
     std::vector<size_t> frames_;   // for each call the size of locals_ at its start
     std::vector<size_t> returns_;  // for each call the position behind it
     std::vector<const CheckedFunction*> callbacks_;
+    std::vector<Lexeme> missing_;  // call-back names of timers that no function has
+    std::unordered_set<std::string_view> assumed_;  // unknown names, once they are reported
+    std::optional<size_t> endless_;                 // where a loop begins whose test is always true
     std::unordered_map<size_t, size_t> loopStates_;  // hash of the state at the last pass
     std::optional<Trap> trap_;
     Value returnValue_ = knownValue(0);

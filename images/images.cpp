@@ -92,7 +92,7 @@ int32_t loadImageFile(const char* path) {
 }
 
 bool loadSystemPictures() {
-    gSystemPictures.push_back(makeImage("SysPics/select.bmp"));
+    gSystemPictures.push_back(makeImage(kSelectionPicture));
     if (selectionFrame().texture == nullptr) {
         reportMissing("\nCant load SYSimage: ", selectionFrame());
         gEvent.type = SDL_QUIT;

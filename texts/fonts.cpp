@@ -3,11 +3,11 @@
 #include <cstdio>
 
 #include "app/base/main_thread.h"
+#include "app/base/paths.h"
 
 TTF_Font* gFont = nullptr;
 SDL_Color gTextColour = {0, 0, 0, 0};
 
-static const char kFirstFont[] = "arial.ttf";
 static constexpr int kFirstPointSize = 12;
 static constexpr Uint8 kFirstGrey = 100;
 

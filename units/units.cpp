@@ -13,7 +13,7 @@ int32_t gLastUnitId = 0;
 
 bool loadUnitTypes() {
     UnitType type;
-    type.picturePath = gLevelDir + "img/peon.bmp";
+    type.picturePath = gLevelDir + kUnitPicture;
     gUnitTypes.push_back(type);
     return true;
 }

@@ -78,7 +78,7 @@ static void tellPlace(const Place* token) {
     gHasTold = 1;
     const TextPlace place = textPlaceOf(textAt(token->back));
     std::fprintf(stderr,
-                 "%s:%ld:%ld: %s() has used %d s of processor time: an endless loop? "
+                 "%s:%zu:%zu: %s() has used %d s of processor time: an endless loop? "
                  "Ctrl-C twice stops the game\n",
                  gProgramPath, place.line, place.column, function->text, kLooks * kLookMs / 1000);
 }

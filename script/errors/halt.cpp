@@ -29,7 +29,7 @@ void waitForEver(const char* reason, const Place* position) {
     const TextPlace place = textPlaceOf(textAt(position));
     std::fflush(stdout);
     std::fprintf(stderr,
-                 "%s:%ld:%ld: %s; the engine now waits for ever, stop it with Ctrl-C twice\n",
+                 "%s:%zu:%zu: %s; the engine now waits for ever, stop it with Ctrl-C twice\n",
                  gProgramPath, place.line, place.column, reason);
     for (;;)
         pause();

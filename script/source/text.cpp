@@ -37,18 +37,24 @@ void setProgramText(const char* buffer, const char* path) {
     gProgramPath = path;
 }
 
-static bool endsLine(const char* position) {
-    return *position == '\n' || (*position == '\r' && byteAt(position + 1) != '\n');
+static bool endsLine(std::string_view text, size_t i) {
+    if (text[i] == '\n') return true;
+    return text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n');
+}
+
+TextPlace textPlaceIn(std::string_view text, size_t position) {
+    size_t line = 1;
+    size_t lineStart = 0;
+    for (size_t i = 0; i < std::min(position, text.size()); i++) {
+        if (!endsLine(text, i)) continue;
+        line++;
+        lineStart = i + 1;
+    }
+    return {line, position - lineStart + 1};
 }
 
 TextPlace textPlaceOf(const char* position) {
     const char* const place = std::min(position, gProgramEnd);
-    const char* lineStart = gProgramBuffer;
-    long line = 1;
-    for (const char* p = gProgramBuffer; p < place; p++) {
-        if (!endsLine(p)) continue;
-        line++;
-        lineStart = p + 1;
-    }
-    return {line, place - lineStart + 1};
+    const size_t size = static_cast<size_t>(gProgramEnd - gProgramBuffer);
+    return textPlaceIn({gProgramBuffer, size}, static_cast<size_t>(place - gProgramBuffer));
 }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 // Bytes of text kept of a script file, its terminating zero included.
 constexpr size_t kProgramCapacity = 10000;
@@ -34,9 +35,12 @@ void setProgramText(const char* buffer, const char* path);
 // Where a position is for someone who reads the text in an editor: lines end at a line feed, at a
 // carriage return, or at both together; columns are bytes. Both count from 1.
 struct TextPlace {
-    long line;
-    long column;
+    size_t line = 1;
+    size_t column = 1;
 };
+TextPlace textPlaceIn(std::string_view text, size_t position);
+
+// The same for a position in the program text.
 TextPlace textPlaceOf(const char* position);
 
 // The byte at `position`; zero at the end of the text and after it.

@@ -144,7 +144,7 @@ TEST(BuiltinList, SaysWhichCallsMustEndTheirStatement) {
 
 TEST(Report, HasTheFormOfTheCompilers) {
     EXPECT_EQ(
-        "script.txt:3:3: error: there is no operator += [no-such-operator]\n"
+        "script.txt:3:3: error: there is no operator +=: write x = x + 1 [no-such-operator]\n"
         "    x += 1;\n"
         "      ^\n",
         reportsOf("int x; int main()\r\n{\r\nx += 1;\r\n}\r\n"));
@@ -243,9 +243,10 @@ TEST(Certainty, AScriptThatIsCutWarnsIfTheRestLoads) {
 // Suggestions ------------------------------------------------------------------------------------
 
 TEST(Suggestions, FindTheWordThatWasMeant) {
-    EXPECT_EQ(", did you mean \"score\"?", didYouMean("scroe", {"lives", "score"}));
-    EXPECT_EQ("", didYouMean("alpha", {"lives", "score"}));
-    EXPECT_EQ("", didYouMean("x", {"i"}));
+    EXPECT_EQ("score", nearestName("scroe", {"lives", "score"}));
+    EXPECT_EQ("", nearestName("alpha", {"lives", "score"}));
+    EXPECT_EQ("", nearestName("x", {"i"}));
+    EXPECT_EQ("", nearestName("ab", {"a", "abc"}));
     EXPECT_NE(std::string::npos,
               reportsOf("int main() { movimage(0, 1, 2); }").find("did you mean \"moveimage\"?"));
 }
@@ -273,10 +274,10 @@ static void checkHostile(const std::string& bytes) {
     const Source& source = result.source;
     size_t before = 0;
     for (const Finding& finding : result.findings) {
-        const LineColumn place = source.placeOf(finding.position);
+        const TextPlace place = source.placeOf(finding.position);
         ASSERT_LE(finding.position, source.text.size()) << bytes;
         ASSERT_LE(before, finding.position) << bytes;
-        ASSERT_LE(place.line, source.lineStarts.size()) << bytes;
+        ASSERT_LE(place.line, source.placeOf(source.text.size()).line) << bytes;
         ASSERT_LE(place.column, source.lineAt(finding.position).size() + 2) << bytes;
         ASSERT_FALSE(finding.text.empty()) << bytes;
         before = finding.position;

@@ -33,6 +33,12 @@ class CommandLine(unittest.TestCase):
             file.write(content)
         return self.path(name)
 
+    def write_level(self, game, script):
+        """A script in a game that has what the engine does not start without."""
+        self.write(os.path.join(game, "arial.ttf"), b"")
+        self.write(os.path.join(game, "SysPics", "select.bmp"), b"")
+        return self.write(os.path.join(game, "levels", "level1", "script.txt"), script)
+
     def read(self, name):
         with open(self.path(name), "rb") as file:
             return file.read()
@@ -76,14 +82,27 @@ class CommandLine(unittest.TestCase):
     # Which files ------
 
     def test_without_arguments_the_level_is_checked(self):
-        self.write("levels/level1/script.txt", ERROR)
+        self.write_level("", ERROR)
         done = self.run_check()
         self.assertTrue(done.stdout.startswith(b"levels/level1/script.txt:3:5: error: "))
         self.assertEqual(2, done.returncode)
 
+    def test_paths_start_where_the_user_is(self):
+        script = self.write_level("game", ERROR)
+        for path in ("game", "./game", script):
+            shown = self.run_check(path).stdout.decode().split(":")[0]
+            self.assertEqual("game/levels/level1/script.txt", os.path.normpath(shown))
+            self.assertFalse(os.path.isabs(shown))
+
+    def test_other_letter_case_is_told(self):
+        self.write("levels/level1/Script.txt", GOOD)
+        done = self.run_check()
+        self.assertEqual(3, done.returncode)
+        self.assertIn(b"but it exists as levels/level1/Script.txt", done.stderr)
+
     def test_a_folder_is_searched_for_scripts(self):
-        self.write("games/b/levels/level1/script.txt", ERROR)
-        self.write("games/a/levels/level1/script.txt", WARNING)
+        self.write_level("games/b", ERROR)
+        self.write_level("games/a", WARNING)
         self.write("games/a/levels/level1/notes.txt", b"no script")
         lines = self.run_check("games").stdout.decode().splitlines()
         heads = [line for line in lines if line.startswith("games")]
@@ -134,10 +153,10 @@ class CommandLine(unittest.TestCase):
 
     def test_fonts_are_looked_for_in_the_games_folder(self):
         script = b"int main()\r\n{\r\n    changeallfont(\"a.ttf\", 12);\r\n}\r\n"
-        self.write("game/levels/level1/script.txt", script)
+        self.write_level("game", script)
         self.assertIn(b"[missing-file]", self.run_check("game").stdout)
         self.write("game/A.ttf", b"")
-        self.assertIn(b"called \"A.ttf\"", self.run_check("game").stdout)
+        self.assertIn(b"exists as \"A.ttf\"", self.run_check("game").stdout)
         self.write("game/a.ttf", b"")
         self.assertEqual(0, self.status("game"))
 

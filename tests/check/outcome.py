@@ -30,6 +30,11 @@ def limit_processor():
 
 
 def write_script(folder, script):
+    """Writes the script of a game that has the files without which the engine does not start."""
+    os.makedirs(os.path.join(folder, "SysPics"), exist_ok=True)
+    for name in ("arial.ttf", os.path.join("SysPics", "select.bmp")):
+        with open(os.path.join(folder, name), "ab"):
+            pass
     level = os.path.join(folder, "levels", "level1")
     os.makedirs(level, exist_ok=True)
     path = os.path.join(level, "script.txt")
