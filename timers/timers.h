@@ -47,7 +47,7 @@ uint32_t counterOf(const TimerEntry& entry);
 // keeps its id and its counter. A negative interval is a huge one.
 void createTimer(bool oneShot, int32_t interval, const char* functionName);
 
-// Pauses the timer under `key` or lets it go on from where its counter stood.
+// Pauses the timer under `key`, or lets it go on with the counter that it had.
 void pauseTimer(int32_t key, bool paused);
 
 // Ends the timer under `key`. Both create an unknown one first, as findOrCreateTimer does.
