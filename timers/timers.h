@@ -2,8 +2,8 @@
 //
 // The tick, every millisecond, adds 10 to the counter of each running timer and calls the functions
 // of those whose counter has reached their interval: an interval of N means about N / 10 ms. Timers
-// that only wait cost it next to nothing. The registry belongs to whoever runs script code and to
-// the tick; nothing guards it.
+// that only wait cost it next to nothing. Unlocked: script code on either thread and the tick share
+// the registry.
 #pragma once
 
 #include <cstdint>
