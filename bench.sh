@@ -10,14 +10,16 @@ source tools/virtual_display.sh
 
 showHelp() {
     cat <<'HELP'
-Usage: ./bench.sh [--rounds N] [--before ZEL]
+Usage: ./bench.sh [--runs N] [--rounds N] [--before ZEL]
 
 Installs the packages that are missing, builds the engine and the measurements,
 and prints a table: scripts against python3, drawing and start-up against bare
 SDL calls, games by the plays that win them. docs/performance.md explains it and keeps one.
 
-    --rounds N    how often scripts and parts are measured; the least counts
-                  (default 7)
+    --runs N      measures everything N times: the table then has the least, the
+                  median and the most of each (default 1)
+    --rounds N    how often scripts and parts are measured in a run; the least
+                  counts (default 7)
     --before ZEL  compares the scripts with another executable of the engine too
     --help        shows this text
 HELP

@@ -5,7 +5,7 @@
 
 // A text event fills its text, not the rest of the field.
 template <size_t size>
-static void clearBehindText(char (&text)[size]) {
+static void clearAfterText(char (&text)[size]) {
     const size_t length = strnlen(text, size);
     std::memset(text + length, 0, size - length);
 }
@@ -53,7 +53,7 @@ SDL_Event filledPart(const SDL_Event& event) {
         std::memset(reinterpret_cast<char*>(&filled.key.keysym.mod) + sizeof(Uint16), 0,
                     offsetof(SDL_Keysym, unused) - offsetof(SDL_Keysym, mod) - sizeof(Uint16));
     }
-    if (event.type == SDL_TEXTINPUT) clearBehindText(filled.text.text);
-    if (event.type == SDL_TEXTEDITING) clearBehindText(filled.edit.text);
+    if (event.type == SDL_TEXTINPUT) clearAfterText(filled.text.text);
+    if (event.type == SDL_TEXTEDITING) clearAfterText(filled.edit.text);
     return filled;
 }

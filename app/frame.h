@@ -1,7 +1,7 @@
 // The picture: composes and presents one frame.
 #pragma once
 
-// Draws everything anew on white - images, then texts, then units, then the selection frame - and
+// Draws everything anew on white - images, then texts, then units, then the selection box - and
 // waits for the display to show it. After closeEngine it only waits, about as long as a frame
 // takes. Main thread only.
 void drawFrame();

@@ -14,13 +14,15 @@ void refreshKeyboardState();
 // Runs passes until one has seen a quit event.
 void runMainLoop();
 
-// The parts of a pass, in their order. The engine's own, unless another program plays the level: it
-// may draw less than every pass, or measure. Main thread only.
+// The parts of a pass, in their order.
 struct Pass {
     bool (*readEvents)();  // true if there was a quit event
     void (*runTicks)();
     void (*draw)();
 };
+
+// The engine's own, unless another program plays the level: play/level draws fewer of the frames,
+// and play/costs measures. Main thread only.
 extern Pass gPass;
 
 // One pass: the events, the ticks, the frame; then standard output is flushed. Returns true if

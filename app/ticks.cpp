@@ -17,7 +17,7 @@ static constexpr uint64_t kMaxPassMs = 100;  // of real time, for the ticks befo
 
 void* const gTimerParam = nullptr;
 
-// Of the ticks on the main thread: when they started, and up to when they have run.
+// The ticks on the main thread: when they started, and the time up to which they have run.
 static bool gTicksOnMainThread = false;
 static uint64_t gTicksStartMs = 0;
 static uint64_t gTickedMs = 0;

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-// The parameter handed to both ticks; null.
+// The parameter handed to both ticks: null, and nothing reads it. It is kept on purpose.
 extern void* const gTimerParam;
 
 // Starts both ticks, in the way ZEL_TICKS asks for. Main thread, once, after the script's main.

@@ -30,7 +30,7 @@ static const char kText[] =
     "int nothing() { }\n"
     "int main() { }\n";
 
-// The position in the text just loaded at which `piece` first stands.
+// The first position of `piece` in the text just loaded.
 static Place* placeOf(const std::string& piece) {
     const char* found = std::strstr(gProgramBuffer, piece.c_str());
     if (found == nullptr) std::abort();

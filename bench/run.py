@@ -1,22 +1,25 @@
 #!/usr/bin/python3
 """Measures the engine and prints one table.
 
-    run.py BUILD_FOLDER [--rounds N] [--before ZEL]
+    run.py BUILD_FOLDER [--runs N] [--rounds N] [--before ZEL]
 
-Every figure is the least of several: of N runs of a script and of a part, of 60 frames, of 3 N
-starts. What is compared runs in turns. With --before the script kernels are compared with another
-executable of the engine as well, three times at most, for that one may be slow.
+A figure of one run is the least of several: of N rounds of a script and of a part, of 60 frames, of
+3 N starts. What is compared runs in turns. Several runs show how far the figures swing: the table
+has their least, median and most. With --before the script kernels are compared with another
+executable of the engine as well, in three rounds at most, for that one may be slow.
 """
 
 import argparse
 import os
 import pathlib
+import sys
 
 import kernels
 import measure
 import parts
 import plays
 import startup
+from rows import COST, FASTER, MORE, SHARE, Row, mebibytes, print_table, readable
 
 PARTS = (
     ("tokenReadAgain", "a token read again", None),
@@ -26,14 +29,15 @@ PARTS = (
     ("lookUpVariableAgain", "a look-up of a variable, again in the same call", None),
     ("searchGlobal/0", "the first look-up of a global in a call, no locals", None),
     ("searchGlobal/10", "the first look-up of a global in a call, 10 locals", None),
-    ("searchLocal/1", "a local behind a call that used its name, the newest", None),
-    ("searchLocal/10", "a local behind a call that used its name, the 10th newest", None),
+    ("searchLocal/1", "a local after a call that used its name, the newest", None),
+    ("searchLocal/10", "a local after a call that used its name, the 10th newest", None),
     ("builtinCall", "a call of a built-in without arguments", None),
     ("lookUpFunction", "a look-up of a function by its text, for a timer", None),
     ("tickIdleTimers/0", "a tick, no timers", None),
     ("tickIdleTimers/10", "a tick, 10 timers, none fires", None),
-    ("tickIdleTimers/1000", "a tick, 1,000 timers, none fires", 10e-6),
-    ("tickIdleTimers/10000", "a tick, 10,000 timers, none fires", None),
+    ("tickIdleTimers/1000", "a tick, 1,000 timers, none fires", None),
+    ("tickIdleTimers/10000", "a tick, 10,000 timers, none fires", 10e-6),
+    ("tickTimersInTurn/10000", "a tick, 10,000 timers, 10 fire, others at each tick", None),
     ("tickFiringTimers/10", "a tick, 10 timers, all fire", None),
     ("tickFiringTimers/1000", "a tick, 1,000 timers, all fire", None),
     ("tickFiringTimers/10000", "a tick, 10,000 timers, all fire", None),
@@ -41,83 +45,58 @@ PARTS = (
     ("tickOrderedUnits/10000", "10,000 orders and the unit tick that carries them out", None),
     ("checkFullScript/process_time", "the check of a script of 9,900 bytes", 10e-3),
 )
+DRAWN = {  # what is drawn, in words, and what it may cost beside bare SDL calls
+    "images": ("images of their own", "1.10"),
+    "copies": ("copies of one picture", "0.45"),
+    "units": ("units", "0.45"),
+    "texts": ("texts", "1.10"),
+}
 
 
-def readable(seconds):
-    for unit, scale in (("s", 1.0), ("ms", 1e3), ("µs", 1e6)):
-        if seconds * scale >= 1.0:
-            return f"{seconds * scale:.3g} {unit}"
-    return f"{seconds * 1e9:.3g} ns"
-
-
-def print_row(*cells):
-    print("| " + " | ".join(cells) + " |", flush=True)
-
-
-def print_kernels(engine, folder, rounds):
+def kernel_rows(engine, folder, rounds):
     for title, ours, python in kernels.against_python(engine, folder, rounds):
-        print_row(
-            f"script: {title}",
-            readable(ours),
-            f"python3 {readable(python)}",
-            f"{python / ours:.2f} times as fast",
-            "0.5, stretch 1.0",
-        )
+        yield Row(f"script: {title}", ours, "python3", python, FASTER, "1.0, stretch 2.0")
 
 
-def print_before(engine, other, folder, rounds):
+def before_rows(engine, other, folder, rounds):
     for title, ours, before in kernels.against_other_engine(engine, other, folder, rounds):
-        print_row(
-            f"script: {title}",
-            readable(ours),
-            f"before {readable(before)}",
-            f"{before / ours:.1f} times as fast",
-            "10",
-        )
+        yield Row(f"script: {title}", ours, "before", before, FASTER)
 
 
-def print_parts(program, folder, rounds):
+def part_rows(program, folder, rounds):
     seconds, records = parts.run(program, folder, rounds)
     for name, title, goal in PARTS:
         taken = seconds[name] / records[name].get("tokens", 1)
-        print_row(title, readable(taken), "", "", f"under {readable(goal)}" if goal else "")
+        yield Row(title, taken, goal=f"under {readable(goal)}" if goal else "")
 
 
-def print_load(program, folder, rounds):
+def load_rows(program, folder, rounds):
     loads = [measure.run([program], folder).output for _ in range(3 * rounds)]
     seconds = min(float(output) for output in loads)
-    print_row("loading a script of 9999 bytes", readable(seconds), "", "", "under 2 ms")
+    yield Row("loading a script of 9999 bytes", seconds, goal="under 0.7 ms")
 
 
-def print_drawing(program, folder):
-    _, records = parts.run(program, folder, 1)
-    for name in sorted(records, key=lambda name: (name.split("/")[0], int(name.split("/")[1]))):
-        record = records[name]
-        what, count = name.split("/")
-        ours, bare = record["engine"], record["bare"]
-        print_row(
-            f"a frame of {int(count):,} {what} ({record['allocations']:g} C++ allocations)",
-            readable(ours),
-            f"bare SDL {readable(bare)}",
-            f"{ours / bare:.2f} times its cost",
-            "1.10",
-        )
+def drawing_rows(program, folder):
+    seconds, records = parts.run(program, folder, 1)
+    for name, record in records.items():
+        kind, _, count = name.partition("/")
+        if kind not in DRAWN:
+            continue
+        words, goal = DRAWN[kind]
+        what = f"a frame of {int(count):,} {words} ({record['allocations']:g} C++ allocations)"
+        yield Row(what, record["engine"], "bare SDL", record["bare"], COST, goal)
+    yield Row("loading a picture again", seconds["loadAgain"], goal="under 20 µs")
 
 
-def print_plays(zelplay, rounds):
+def play_rows(zelplay, rounds):
     games = pathlib.Path(__file__).resolve().parents[1] / "games"
     for game, play in plays.wins(games).items():
         for seconds, what in zip(plays.passes(zelplay, play, rounds), ("median", "99th of 100")):
-            print_row(
-                f"a pass of {game}, {what}",
-                readable(seconds),
-                f"a frame of {readable(plays.FRAME_SECONDS)}",
-                f"{100 * seconds / plays.FRAME_SECONDS:.1f} % of it",
-                "",
-            )
+            frame = plays.FRAME_SECONDS
+            yield Row(f"a pass of {game}, {what}", seconds, "a frame of", frame, SHARE)
 
 
-def print_startup(build, folder, rounds, driver):
+def startup_rows(build, folder, rounds, driver):
     first_frame, bare = f"{build}/bench/first_frame", f"{build}/bench/bare_sdl"
     costs = startup.compare(first_frame, bare, folder, rounds, driver)
     for key, title, goals in (
@@ -125,27 +104,42 @@ def print_startup(build, folder, rounds, driver):
         ("picture", "with a picture", ("", "", "")),
     ):
         for field, what, goal in zip(("wall", "cpu"), ("time", "processor time"), goals):
-            ours, reference = (measure.least(costs[who], field) for who in ("engine", key))
-            print_row(
-                f"start to the first frame, {what} ({driver})",
-                readable(ours),
-                f"{title} {readable(reference)}",
-                f"{ours / reference:.2f} times its cost",
-                goal,
-            )
-        ours, reference = (measure.least(costs[who], "peak_kib") / 1024 for who in ("engine", key))
-        print_row(
-            f"peak resident size at the first frame ({driver})",
-            f"{ours:.1f} MiB",
-            f"{title} {reference:.1f} MiB",
-            f"{ours - reference:+.1f} MiB",
-            goals[2],
-        )
+            ours, other = (measure.least(costs[who], field) for who in ("engine", key))
+            what = f"start to the first frame, {what} ({driver})"
+            yield Row(what, ours, title, other, COST, goal)
+        ours, other = (measure.least(costs[who], "peak_kib") / 1024 for who in ("engine", key))
+        what = f"peak resident size at the first frame ({driver})"
+        yield Row(what, ours, title, other, MORE, goals[2], mebibytes)
+
+
+def memory_rows(first_frame, folder, rounds):
+    few, many = (
+        startup.memory_of_units(first_frame, folder, rounds, count) for count in (10, 10_000)
+    )
+    what = "peak resident size at the first frame, 10,000 units"
+    yield Row(what, many, "10 units", few, COST, "1.5", mebibytes)
+
+
+def run_once(build, folder, options):
+    rounds = options.rounds
+    yield from kernel_rows(f"{build}/zel", folder, rounds)
+    if options.before:
+        other = os.path.abspath(options.before)
+        yield from before_rows(f"{build}/zel", other, folder, min(rounds, 3))
+    yield from part_rows(f"{build}/bench/parts_bench", folder, rounds)
+    yield from load_rows(f"{build}/bench/first_load", folder, rounds)
+    yield from drawing_rows(f"{build}/bench/draw_bench", folder)
+    yield from play_rows(f"{build}/zelplay", min(rounds, 3))
+    yield from memory_rows(f"{build}/bench/first_frame", folder, min(rounds, 3))
+    drivers = ["offscreen"] + (["x11"] if os.environ.get("DISPLAY") else [])
+    for driver in drivers:
+        yield from startup_rows(build, folder, 3 * rounds, driver)
 
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     arguments.add_argument("build")
+    arguments.add_argument("--runs", type=int, default=1)
     arguments.add_argument("--rounds", type=int, default=7)
     arguments.add_argument("--before", metavar="ZEL")
     options = arguments.parse_args()
@@ -153,19 +147,11 @@ def main():
     folder = f"{build}/bench/level"
     os.environ.setdefault("SDL_AUDIODRIVER", "dummy")
 
-    print_row("What", "Zel", "Reference", "Ratio", "Goal")
-    print_row(*["---"] * 5)
-    print_kernels(f"{build}/zel", folder, options.rounds)
-    if options.before:
-        other = os.path.abspath(options.before)
-        print_before(f"{build}/zel", other, folder, min(options.rounds, 3))
-    print_parts(f"{build}/bench/parts_bench", folder, options.rounds)
-    print_load(f"{build}/bench/first_load", folder, options.rounds)
-    print_drawing(f"{build}/bench/draw_bench", folder)
-    print_plays(f"{build}/zelplay", min(options.rounds, 3))
-    drivers = ["offscreen"] + (["x11"] if os.environ.get("DISPLAY") else [])
-    for driver in drivers:
-        print_startup(build, folder, 3 * options.rounds, driver)
+    runs = []
+    for number in range(1, options.runs + 1):
+        print(f"run {number} of {options.runs}", file=sys.stderr, flush=True)
+        runs.append(list(run_once(build, folder, options)))
+    print_table(runs)
 
 
 if __name__ == "__main__":

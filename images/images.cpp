@@ -78,7 +78,7 @@ static void runImageLoad(void* data) {
     const Image& image = gImages.back();
     if (image.texture == nullptr && !loadIsGivenUp()) {
         reportMissing("\nCant load image: ", image);
-        // Without effect: the main loop reads the type of fresh events only.
+        // Kept on purpose and without effect: the main loop reads the type of fresh events only.
         gEvent.type = SDL_QUIT;
     }
 }

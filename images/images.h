@@ -14,7 +14,7 @@
 
 struct Image {
     SDL_Rect rect = {0, 0, 0, 0};  // where it is drawn; the whole texture is stretched to it
-    int32_t spareX = 0;            // three spare values; nothing reads them
+    int32_t spareX = 0;            // three spare values: kept on purpose, nothing reads them
     int32_t spareY = 0;
     int32_t spare = 0;
     bool visible = false;            // drawn only when true
@@ -29,11 +29,14 @@ struct Image {
 extern std::vector<Image> gImages;
 constexpr size_t kRoomForImages = 16384;
 
-// The engine's own pictures: one element, the selection frame. Filled at start-up; the textures go
-// with the renderer.
+// The engine's own pictures: one element, that of the selection box. Filled at start-up; the
+// textures go with the renderer.
 extern std::vector<Image> gSystemPictures;
 
 // Operations of an image --------------------------------------------------------------------------
+//
+// The set is complete on purpose: the engine needs no setSpare, setSparePair, getPath, isVisible,
+// getTexture, getW or getH.
 
 // A hidden image at 0, 0 with the picture of the file at `path` in its natural size. If the picture
 // cannot be loaded that is reported, and the image has no texture and the size 0 by 0.
@@ -91,17 +94,20 @@ inline const SDL_Rect& getRect(const Image& image) {
 // loaded is reported and takes its identifier all the same. Any thread; waits for the main thread.
 int32_t loadImageFile(const char* path);
 
-// Loads the selection frame, "SysPics/select.bmp" of the working directory. A failure is reported
-// but does not count: always returns true.
+// Loads the picture of the selection box, "SysPics/select.bmp" of the working directory. A failure
+// is reported but does not count: always returns true.
 bool loadSystemPictures();
 
-// The selection frame, element 0 of gSystemPictures; it exists once loadSystemPictures has run.
+// The selection box that the mouse draws (units/selection.h), element 0 of gSystemPictures; it
+// exists once loadSystemPictures has run.
 Image& selectionFrame();
 
 // The image under `id`, or null for an identifier that no load has returned.
 Image* findImage(int32_t id);
 
 // Picture list ------------------------------------------------------------------------------------
+//
+// Kept on purpose: start-up does not read the list.
 
 // Reads gPicturesListPath: one path per line, taken whole. Prints each line and appends an image
 // without texture for it. Returns false, with a message, if the file cannot be opened.

@@ -16,6 +16,7 @@ struct Answer {
 };
 
 // Folders with a slash at their end: where the names in a play lead, and where pictures are saved.
+// Set by play/main.
 extern std::string gPlayFolder;
 extern std::string gOutputFolder;
 

@@ -28,7 +28,7 @@ extern LevelEnd gLevelEnd;
 // Someone wants the play to stop: Ctrl-C, or the close button of a window that shows it.
 extern bool gStopped;
 
-// Set by the options, before the start.
+// Set by the options (play/main), before the start.
 extern uint32_t gPassMs;  // length of a pass, 1 to 250, the most that the engine makes up in one
 extern int gDrawEvery;    // which passes of runLevel are drawn: every so many, or none if 0
 extern double gSpeed;     // of a level shown in a window, against real time; 0 if none shows it

@@ -2,7 +2,7 @@
 //
 // A text is stretched to the rectangle the script gave, in window pixels. It is rendered afresh for
 // every frame, in the font and the colour that are current then (texts/fonts.h).
-// The registry belongs to whoever runs script code and to the frame drawing; nothing guards it.
+// Unlocked: script code on either thread and the drawing share the registry.
 #pragma once
 
 #include <SDL.h>

@@ -2,8 +2,8 @@
 //
 // The tick, every millisecond, adds 10 to the counter of each running timer and calls the functions
 // of those whose counter has reached their interval: an interval of N means about N / 10 ms. Timers
-// that only wait cost it next to nothing. The registry belongs to whoever runs script code and to
-// the tick; nothing guards it.
+// that only wait cost it next to nothing. Unlocked: script code on either thread and the tick share
+// the registry.
 #pragma once
 
 #include <cstdint>
@@ -47,7 +47,7 @@ uint32_t counterOf(const TimerEntry& entry);
 // keeps its id and its counter. A negative interval is a huge one.
 void createTimer(bool oneShot, int32_t interval, const char* functionName);
 
-// Pauses the timer under `key` or lets it go on from where its counter stood.
+// Pauses the timer under `key`, or lets it go on with the counter that it had.
 void pauseTimer(int32_t key, bool paused);
 
 // Ends the timer under `key`. Both create an unknown one first, as findOrCreateTimer does.

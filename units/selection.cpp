@@ -51,12 +51,12 @@ void onPointerMotion() {
 }
 
 bool selectUnitsInFrame() {
-    const SDL_Rect frame = getRect(selectionFrame());
-    if (frame.w < 1 || frame.h < 1 || gUnits.empty()) return false;
+    const SDL_Rect box = getRect(selectionFrame());
+    if (box.w < 1 || box.h < 1 || gUnits.empty()) return false;
 
     gSelectedUnits.clear();
     for (auto& [id, unit] : gUnits) {
-        if (rectInsideRect(unitRect(unit), frame)) gSelectedUnits.push_back(&unit);
+        if (rectInsideRect(unitRect(unit), box)) gSelectedUnits.push_back(&unit);
     }
     std::printf("\nSelected=%zu", gSelectedUnits.size());
     return true;

@@ -16,6 +16,6 @@ uint32_t stepAllUnits(uint32_t interval, void* parameter);
 void stepUnit(Unit& unit);
 
 // The distance from x, y to the target in whole pixels, cut, and the heading from the target to
-// x, y in degrees, about [0, 360): they count with 3.14 for pi. The sum of the squares is of 32
-// bits and wraps; a negative one counts as distance 0.
+// x, y in degrees, about [0, 360), counted with 3.14 for pi. The sum of the squares is of 32 bits
+// and wraps; a negative one counts as distance 0. The heading is kept on purpose: no move uses it.
 int32_t distanceAndHeading(int32_t x, int32_t y, int32_t targetX, int32_t targetY, float& heading);

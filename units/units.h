@@ -13,6 +13,7 @@
 
 #include "images/images.h"
 
+// The stats of types and units are kept on purpose: they are copied, and nothing reads them.
 struct UnitType {
     float statA = 100.0F;
     float statB = 0.0F;
@@ -20,8 +21,8 @@ struct UnitType {
     int32_t speed = 5;        // part of the arrival tolerance, in pixels
     int32_t statC = 10;
     int32_t statD = 20;
-    int32_t statE = 1;  // kept in the type only
-    int32_t statF = 0;  // kept in the type only
+    int32_t statE = 1;  // never copied
+    int32_t statF = 0;  // never copied
 };
 
 enum UnitMoveState : uint16_t { kUnitIdle = 0, kUnitMoving = 1 };
@@ -29,7 +30,7 @@ enum UnitMoveState : uint16_t { kUnitIdle = 0, kUnitMoving = 1 };
 struct Unit {
     int32_t targetX = 0;  // where the unit is ordered to, in window pixels
     int32_t targetY = 0;
-    float statA = 100.0F;  // the stats are copied from the type and nothing reads them
+    float statA = 100.0F;
     float statA2 = 100.0F;
     float statB = 0.0F;
     float statB2 = 0.0F;

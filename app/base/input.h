@@ -21,18 +21,19 @@ struct Input {
     const Uint8* (*keyStates)();
 };
 
-// Main thread only.
+// Main thread only. Written by play/level, nobody else.
 extern Input gInput;
 
 // Makes SDL's pollEvent deliver the player's quit even if SDL's queue is full when it comes. After
 // SDL_Init.
 void watchForQuit();
 
-// The left and the right mouse button are held. Written by the main loop at every button event.
+// The left and the right mouse button are held. Written by app/main_loop at every button event.
+// Nothing reads gRightButtonDown: it is kept on purpose.
 extern bool gLeftButtonDown;
 extern bool gRightButtonDown;
 
 // The last event that a poll delivered to the main loop, with zeros in all bytes that the event
-// does not fill; all zeros before the first. Written by the main loop, read from wherever script
-// code runs.
+// does not fill; all zeros before the first. Written by app/main_loop, and by images/images, which
+// marks a failed load in its type. Read from wherever script code runs.
 extern SDL_Event gEvent;

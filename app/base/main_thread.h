@@ -6,8 +6,8 @@
 // kind below is in the queue, however much is asked for: the queue keeps its room for the player's
 // events, the quit among them.
 //
-// On the main thread an operation runs at once. So it does on any thread from the moment the engine
-// begins to close: an operation looks at gEngineClosed before it touches what SDL owns.
+// On the main thread an operation runs at once, and so it does on any thread once the engine begins
+// to close: an operation looks at gEngineClosed before it touches what SDL owns.
 //
 // One thread beside the main one may call these functions. Ground: includes nothing of ours, so
 // every folder may call it.

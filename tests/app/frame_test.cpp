@@ -61,7 +61,7 @@ TEST_F(Frame, LayersCoverEachOtherInTheirOrder) {
     pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 104, 104);
     pushMotion(300, 300);
     drain();
-    EXPECT_EQ(kMagenta, framePixel(110, 110)) << "the selection frame above all";
+    EXPECT_EQ(kMagenta, framePixel(110, 110)) << "the selection box above all";
     EXPECT_EQ(kMagenta, framePixel(140, 140));
     EXPECT_EQ(kMagenta, framePixel(190, 190));
     EXPECT_EQ(kBlue, framePixel(102, 102));

@@ -39,7 +39,7 @@ TEST_F(Images, LoadedImageIsHiddenAtTheOriginInTheFilesSize) {
     EXPECT_EQ(kRed, framePixel(10, 10));
 }
 
-// SDL's reason stands in the output as SDL words it; what the engine says around it is exact.
+// SDL words the reason in the output; what the engine says around it is exact.
 TEST_F(Images, MissingPictureIsReportedTwice) {
     const std::string output = runStatements("loadimage(\"none.bmp\");");
     const std::string first = "\n1Unable to load image levels/level1/none.bmp! SDL Error: ";
@@ -278,7 +278,7 @@ static void setWord(std::string& bytes, size_t place, uint32_t value) {
         bytes.at(place + i) = static_cast<char>(value >> (8 * i));
 }
 
-// Width and height of a BMP stand at the bytes 18 and 22 of its file.
+// Width and height of a BMP are at the bytes 18 and 22 of its file.
 TEST_F(Images, PictureOfAHugeDeclaredSizeIsRefused) {
     writePicture("whole.bmp", 16, 16, kRed);
     const uint32_t sizes[][2] = {{0x7FFFFFFF, 0x7FFFFFFF}, {0x7FFFFFFF, 1}, {1, 0x7FFFFFFF},

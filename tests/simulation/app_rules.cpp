@@ -13,7 +13,7 @@ static bool recordHolds(const SDL_Event& event) {
 }
 
 // The record holds what has been delivered; both buttons are as their last events say; the
-// selection frame shows while the left one is held.
+// selection box shows while the left one is held.
 void checkEventRules(const SDL_Event& event) {
     requireRule(recordHolds(event), "the event record holds the last event");
     if (event.type == SDL_MOUSEMOTION) {
@@ -32,6 +32,6 @@ void checkAppRules(bool quitSeen) {
     requireRule(gSystemPictures.size() == 1, "there is one system picture");
     requireRule(selectionFrame().path == "SysPics/select.bmp", "it is that of the selection");
     requireRule(isVisible(selectionFrame()) == gLeftButtonDown,
-                "the selection frame shows while the left button is held");
+                "the selection box shows while the left button is held");
     requireRule(gWindow != nullptr && gRenderer != nullptr, "the handles keep their values");
 }

@@ -174,7 +174,7 @@ static bool readOptions(char** arguments) {
     return true;
 }
 
-// No window, no sound, and no graphics driver behind SDL's back: it would start threads.
+// No window, no sound, and no graphics driver, which would start threads.
 static void chooseDrivers() {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
     setenv("SDL_AUDIODRIVER", "dummy", 1);

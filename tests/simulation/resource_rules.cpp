@@ -39,7 +39,7 @@ WRAP_FUNCTION("SDL_SetWindowFullscreen", int, SetFullscreen, (SDL_Window*, Uint3
 WRAP_FUNCTION("_Z9drawFramev", void, DrawFrame, ());
 WRAP_FUNCTION("_Z11closeEnginev", void, CloseEngine, ());
 
-// Alive now, as far as the engine made them.
+// Made by the engine and alive now.
 static std::set<SDL_Texture*> gTextures;
 static std::set<std::string> gPictureFiles;  // from which a texture was made
 static int64_t gSurfaces = 0;

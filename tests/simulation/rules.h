@@ -1,7 +1,7 @@
 // What must always hold, whatever a level and its player do.
 //
 // Each subsystem of the engine has a file of rules. Some rules are looked at after every pass of
-// the main loop; others stand around the engine's functions, which the linker leads through the
+// the main loop; others wrap the engine's functions, which the linker leads through the
 // functions here (simulation/wrap.h), and compare what a call did with what it has to do. Where it
 // is simple, a file keeps a copy of its registry that it changes by the rules only.
 //

@@ -8,7 +8,7 @@
 #include "simulation/rules.h"
 #include "units/selection.h"
 
-// The selection frame and the selection as the events make them.
+// The selection box and the selection as the events make them.
 static SDL_Rect gFrame = {0, 0, 0, 0};
 static bool gIsDrawing = false;
 static std::vector<const Unit*> gSelection;

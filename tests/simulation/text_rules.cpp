@@ -56,7 +56,7 @@ GameText& wrapFindText(int32_t key) {
     return text;
 }
 
-// The key is the id that the next timer gets; what stands there is rewritten.
+// The key is the id that the next timer gets; what is there is rewritten.
 int32_t wrapCreateText(const char* text, const SDL_Rect& rect) {
     const int32_t key = gNextTimerId;
     KnownText& known = expectLookUp(key);

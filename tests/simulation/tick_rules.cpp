@@ -15,7 +15,7 @@ static constexpr uint64_t kUnitTickMs = 10;
 static constexpr uint64_t kMaxBacklogMs = 250;
 static constexpr uint64_t kMaxPassMs = 100;
 
-// When the ticks started, up to when they have run, and what the pass has seen of them.
+// When the ticks started, the time up to which they have run, and what the pass has seen of them.
 static uint64_t gStartMs = 0;
 static uint64_t gTickedMs = 0;
 static bool gUnitsAreDue = false;  // the timer tick of a millisecond with a unit tick has run
@@ -51,7 +51,7 @@ void noteUnitTick() {
     gUnitTicks++;
 }
 
-// Time that the ticks may fall behind is made up, but for what is more than the longest backlog.
+// A backlog of ticks is made up, but for what is more than the longest one.
 void wrapRunDueTicks(uint64_t nowMs) {
     const bool unitTickIsDue = unitTicksUpTo(nowMs) > unitTicksUpTo(gTickedMs);
     if (nowMs - gTickedMs > kMaxBacklogMs) gTickedMs = nowMs - kMaxBacklogMs;

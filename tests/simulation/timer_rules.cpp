@@ -122,7 +122,7 @@ static void rememberTimers() {
     }
 }
 
-// The key of the timer that fires: its name is handed over where it stands.
+// The key of the timer that fires: its name is handed over in place.
 static int32_t keyOfName(const char* name) {
     for (const auto& [key, timer] : gTimers) {
         if (timer.functionName.c_str() == name) return key;
@@ -168,7 +168,7 @@ static void checkStep(const TimerBefore& before) {
     requireRule(timer.paused == before.paused, "a timer is paused by the built-in only");
     const uint32_t start = before.isDue ? 0 : before.counter;
     requireRule(counterOf(*entry) == start + (before.paused ? 0 : kCountPerTick),
-                before.paused ? "the counter of a paused timer stands still"
+                before.paused ? "the counter of a paused timer keeps its value"
                               : "a tick counts a running timer on by ten");
 }
 

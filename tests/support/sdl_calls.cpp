@@ -58,7 +58,7 @@ std::string callOn(const std::string& name, const void* texture) {
     return name + "(" + std::to_string(reinterpret_cast<uintptr_t>(texture)) + ")";
 }
 
-// The functions in front of the libraries' -------------------------------------------------------
+// The functions in place of the libraries' -------------------------------------------------------
 
 static std::string shown(const std::string& text) {
     return text;

@@ -1,7 +1,7 @@
 // A record of the engine's calls to SDL, SDL_image and SDL_ttf: which, with what, in which order.
 //
-// The functions stand in the test executable, in front of those of the libraries, and pass every
-// call on. What the libraries call within themselves is not seen.
+// The functions are in the test executable, which the linker prefers to the libraries, and pass
+// every call on. What the libraries call within themselves is not seen.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@
 // Forgets the calls recorded so far and records from now on, on every thread.
 void recordCalls();
 
-// The calls since then, as "name(arguments)". Hints and texts stand bare; of windows, renderers and
+// The calls since then, as "name(arguments)". Hints and texts are bare; of windows, renderers and
 // fonts nothing is shown, of textures what callOn shows.
 std::vector<std::string> recordedCalls();
 

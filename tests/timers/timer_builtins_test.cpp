@@ -82,7 +82,7 @@ TEST(TimerBuiltins, DeletingAnUnknownTimerConsumesOneId) {
 }
 
 TEST(TimerBuiltins, RecordUnderTheNextKeyIsReconfigured) {
-    // The record under key 2 takes id 0, one more look-up id 1: then the counter stands at 2.
+    // The record under key 2 takes id 0, one more look-up id 1: then the counter is at 2.
     run("pausetimer(2, 1); deletetimer(50);");
     gTimers.at(2).counter = 70;
     EXPECT_EQ("21", run("print(createtimer(0, 100, \"tick\")); print(getlasttimer());"));

@@ -166,7 +166,7 @@ TEST(Timers, TwoOneShotsInARowFireBothAndEmptyTheRegistry) {
 }
 
 TEST(Timers, OneShotRemovesTheEntryUnderItsOwnId) {
-    // A record found under key 5 has id 0: its firing removes whatever stands under 0.
+    // A record found under key 5 has id 0: its firing removes whatever is under 0.
     run("");
     ScriptTimer& timer = findOrCreateTimer(5);
     EXPECT_EQ(0, timer.id);
