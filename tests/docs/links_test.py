@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Follows the links of the pages: each file is there, and each heading that a link names.
+"""Follows the links of the pages: each file is there, and each heading that a link names. No
+picture is so large that a page loads slowly.
 
     links_test.py ROOT
 """
@@ -8,6 +9,7 @@ import re
 import sys
 from pathlib import Path
 
+LARGEST = 1000000  # bytes
 LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)|<img [^>]*src=\"([^\"]+)\"")
 
 
@@ -31,6 +33,8 @@ def link_faults(page):
         target = page.parent / name if name else page
         if not target.exists():
             yield f"{page.name}: {link}: no such file"
+        elif target.stat().st_size > LARGEST:
+            yield f"{page.name}: {link}: too large"
         elif heading and heading not in anchors(target):
             yield f"{page.name}: {link}: no such heading"
 
