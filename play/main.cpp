@@ -84,11 +84,16 @@ static int drawnPasses() {
 // Reads the options; what they set for the level is set. Ends the process if they make no sense.
 static Options readOptions(int count, char** words) {
     static const option kOptions[] = {
-        {"pass", required_argument, nullptr, 'p'},   {"draw", required_argument, nullptr, 'd'},
-        {"window", no_argument, nullptr, 'w'},       {"speed", required_argument, nullptr, 's'},
-        {"record", required_argument, nullptr, 'r'}, {"time", no_argument, nullptr, 't'},
-        {"output", required_argument, nullptr, 'o'}, {"keep", no_argument, nullptr, 'k'},
-        {"help", no_argument, nullptr, 'h'},         {"version", no_argument, nullptr, 'v'},
+        {"pass", required_argument, nullptr, 'p'},
+        {"draw", required_argument, nullptr, 'd'},
+        {"window", no_argument, nullptr, 'w'},
+        {"speed", required_argument, nullptr, 's'},
+        {"record", required_argument, nullptr, 'r'},
+        {"time", no_argument, nullptr, 't'},
+        {"output", required_argument, nullptr, 'o'},
+        {"keep", no_argument, nullptr, 'k'},
+        {"help", no_argument, nullptr, 'h'},
+        {"version", no_argument, nullptr, 'v'},
         {nullptr, 0, nullptr, 0},
     };
     Options options;

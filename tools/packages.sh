@@ -24,7 +24,7 @@ kBenchPackages=(libbenchmark-dev python3)
 
 # What the tests need in addition to all of the above. See also fuzzerRuntimePackage.
 kTestPackages=(
-    libgtest-dev clang xdotool openbox x11-utils python3
+    libgtest-dev clang xdotool openbox sway x11-utils python3
     appstream bash-completion desktop-file-utils mandoc
 )
 
