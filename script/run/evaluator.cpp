@@ -1,5 +1,8 @@
 #include "script/host/expression.h"
 
+#include <cstddef>
+#include <iterator>
+
 #include "script/errors/errors.h"
 #include "script/errors/halt.h"
 #include "script/errors/nesting.h"
@@ -93,7 +96,7 @@ static Result atom(Place* at) {
 }
 
 // "(" assign ")"
-static Result evalGroup(const Place* opening) {
+static Result evalGroup(Place* opening) {
     enterNesting(opening->next);
     const Result inner = evalAssign(tokenAt(opening->next));
     if (!holds(inner.end, ')')) syntaxError(ScriptError::NoParens, inner.end->next);
@@ -109,31 +112,41 @@ static Result evalParen(Place* at) {
 }
 
 // unary -> [ "+" | "-" ] paren
-[[gnu::noinline]] static Result evalSigned(Place* at) {
+static Result evalUnary(Place* at) {
     if (!holds(at, '-') && !holds(at, '+')) return evalParen(at);
     const Result operand = evalParen(tokenAt(at->next));
     return {operand.end, holds(at, '-') ? wrapSubtract(0, operand.value) : operand.value};
 }
 
-static Result evalVariable(Place* at) {
+// Operands met before -------------------------------------------------------------------------
+
+static Result evalKeptNumber(Place* at) {
+    return {at->next, at->number};
+}
+
+static Result evalKeptVariable(Place* at) {
     return {at->next, findVar(at)};
 }
 
-// unary, where it is more than a number or a variable that this call has looked up before.
-static Result evalUnary(Place* at) {
-    switch (at->operand) {
-        case Operand::Variable:
-            return evalVariable(at);
-        case Operand::Call:
-            return evalCall(at, at->next);
-        case Operand::Group:
-            return evalGroup(at);
-        default:
-            return evalSigned(at);
-    }
+static Result evalKeptCall(Place* at) {
+    return evalCall(at, at->next);
 }
 
-// True for a number, and for a variable that the current call has looked up before.
+// In the order of Operand.
+static constexpr Result (*kOperands[])(Place*) = {
+    evalUnary,  // Other
+    evalUnary,  // Assigned: the variable before the "="
+    evalKeptNumber, evalKeptVariable, evalKeptCall, evalGroup,
+};
+static_assert(std::size(kOperands) == static_cast<size_t>(Operand::Count), "one for each");
+
+// unary, by what an earlier visit found it to be.
+static inline Result evalOperand(Place* at) {
+    return kOperands[static_cast<size_t>(at->operand)](at);
+}
+
+// True for a number, and for a variable that the current call has looked up before: their values
+// are had without a call.
 static inline bool isSimple(const Place* at) {
     return at->operand == Operand::Number ||
            (at->operand == Operand::Variable && isKnown(at->symbol));
@@ -141,11 +154,6 @@ static inline bool isSimple(const Place* at) {
 
 static inline int32_t simpleValue(const Place* at) {
     return at->operand == Operand::Number ? at->number : at->symbol->variable->value;
-}
-
-static inline Result evalOperand(Place* at) {
-    if (isSimple(at)) return {at->next, simpleValue(at)};
-    return evalUnary(at);
 }
 
 // Operators -----------------------------------------------------------------------------------
@@ -261,7 +269,7 @@ static Result evalAssign(Place* at) {
     if (at->operand == Operand::Assigned) return evalAssigned(at);
     const bool isName = at->token.kind == TokenKind::Identifier;
     if (isName && at->operand == Operand::Other) return evalAssignName(at);
-    const Result operand = evalUnary(at);
+    const Result operand = evalOperand(at);
     return evalOperators(operand.value, operand.end, Precedence::None);
 }
 
