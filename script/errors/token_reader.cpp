@@ -41,21 +41,19 @@ static const char* unbalancedReason(char open) {
                        : "the text ends inside a \"for\": its \"(\" has no \")\"";
 }
 
-static Place* walkToBalance(Place* position, char open, char close) {
+Place* walkToBalance(Place* position, char open, char close) {
     int depth = 1;
-    for (Place* at = tokenAt(position);; at = tokenAt(at->next)) {
+    Place* at = tokenAt(position);
+    for (;; at = tokenAt(at->next)) {
         if (holds(at, open)) depth++;
-        if (holds(at, close) && --depth == 0) return at;
+        if (holds(at, close) && --depth == 0) break;
         waitIfStuck(at);
-        if (at->token.keyword != KeywordCode::Finished) continue;
-        waitForEver(unbalancedReason(open), at->next);
+        if (at->token.keyword == KeywordCode::Finished) {
+            waitForEver(unbalancedReason(open), at->next);
+        }
     }
-}
-
-Place* findBalance(Place* position, char open, char close) {
-    Place*& end = open == '{' ? position->braceEnd : position->parenEnd;
-    if (end == nullptr) end = walkToBalance(position, open, close);
-    return end;
+    (open == '{' ? position->braceEnd : position->parenEnd) = at;
+    return at;
 }
 
 // Says what is at the position, for someone who reads the text in an editor.

@@ -33,7 +33,11 @@ inline Symbol* declaredSymbol(Place* at) {
 // Reads on from `position` until as many `close` as `open` have passed, one `open` being read
 // already, and returns the last `close`; `open` is "{" or "(". Where the text has no such place
 // this never returns (script/errors/halt.h).
-Place* findBalance(Place* position, char open, char close);
+Place* walkToBalance(Place* position, char open, char close);
+inline Place* findBalance(Place* position, char open, char close) {
+    Place* const end = open == '{' ? position->braceEnd : position->parenEnd;
+    return end != nullptr ? end : walkToBalance(position, open, close);
+}
 
 // Says so and waits endlessly if `at` is one that reading never gets past: for loops that go on
 // whatever they read.

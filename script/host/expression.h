@@ -11,8 +11,8 @@
 #include "script/errors/token_reader.h"
 
 struct Result {
-    int32_t value;
     Place* end;  // the first token that was not used
+    int32_t value;
 };
 
 // Evaluates the expression at `position`. An expression that is only a ";" is empty: it counts as 0

@@ -110,7 +110,7 @@ static Executed execReturn(Place* word) {
 }
 
 // Executes the keyword statement of `word`, or skips a token that is none.
-static Executed execKeyword(Place* word) {
+static Executed execKeyword(Place* word, bool inBlock) {
     switch (word->token.keyword) {
         case KeywordCode::Char:
         case KeywordCode::Int:
@@ -128,6 +128,7 @@ static Executed execKeyword(Place* word) {
         case KeywordCode::End:
             endProcess(0);
         default:
+            if (inBlock) waitIfStuck(word);
             return {word->next, isEnd(word)};
     }
 }
@@ -146,8 +147,7 @@ static Executed execBlock(Place* position) {
         } else if (at->token.keyword == KeywordCode::Return) {
             return execReturn(at);
         } else {
-            if (inBlock) waitIfStuck(at);
-            done = execKeyword(at);
+            done = execKeyword(at, inBlock);
         }
     } while (inBlock && !done.textHasEnded);
     return done;

@@ -112,7 +112,14 @@ inline int32_t popCall(const Place* position) {
 // The look-up of a symbol: the current call's locals from the newest to the oldest, then the
 // globals; the first match counts. A callee cannot see the locals of its caller. Null if there is
 // none.
+inline bool isLookedUp(const Symbol* name) {
+    return name->call == gCallNumbers[gCallDepth];
+}
 inline ScriptVariable* lookUpVariable(Symbol* name) {
-    const bool isKept = name->call == gCallNumbers[gCallDepth];
-    return isKept ? name->variable : searchVariable(name);
+    return isLookedUp(name) ? name->variable : searchVariable(name);
+}
+
+// True if the current call has looked the symbol up already and it is a variable.
+inline bool isKnown(const Symbol* name) {
+    return isLookedUp(name) && name->variable != nullptr;
 }

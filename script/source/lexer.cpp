@@ -14,7 +14,8 @@ KeywordCode lookUpKeyword(char* text) {
         *c = lower(*c);
     }
     for (const KeywordName* keyword = gKeywords; keyword->name[0] != '\0'; keyword++) {
-        if (std::strcmp(keyword->name, text) == 0) return keyword->code;
+        const bool canBe = keyword->name[0] == text[0];  // few are: saves most comparisons
+        if (canBe && std::strcmp(keyword->name, text) == 0) return keyword->code;
     }
     return KeywordCode::None;
 }

@@ -13,20 +13,16 @@ bool readProgramFile(char* buffer, const char* path) {
     FILE* file = std::fopen(path, "rb");
     if (file == nullptr) return false;
 
-    // The end-of-file value is stored like a byte and then overwritten by the terminating zero,
-    // so a file shorter than the buffer keeps all its bytes and a longer one loses its tail.
     constexpr char kDosEndOfFile = 26;
-    size_t stored = 0;
-    while (stored < kProgramCapacity && std::feof(file) == 0 && std::ferror(file) == 0) {
-        buffer[stored++] = static_cast<char>(std::fgetc(file));
-    }
+    const size_t count = std::fread(buffer, 1, kProgramCapacity, file);
     if (std::ferror(file) != 0) {  // a folder can be opened, but not read
         std::fclose(file);
         return false;
     }
-    gProgramCut = stored == kProgramCapacity && std::feof(file) == 0;
-    const bool marked = stored >= 2 && buffer[stored - 2] == kDosEndOfFile;
-    buffer[marked ? stored - 2 : stored - 1] = '\0';
+    gProgramCut = count == kProgramCapacity;
+    size_t end = gProgramCut ? count - 1 : count;  // room for the zero
+    if (end > 0 && buffer[end - 1] == kDosEndOfFile) end--;
+    buffer[end] = '\0';
     std::fclose(file);
     return true;
 }

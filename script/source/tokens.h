@@ -49,11 +49,16 @@ enum class Precedence : uint8_t {
     Product    // "*" "/" "%"
 };
 
-// Cached kind of the operand that starts with the token; the token after it has then been read too.
+// What the operand that starts with the token was found to be when an expression reached it. The
+// token after it has then been read too. None of it can change while the program runs.
 enum class Operand : uint8_t {
-    Other,
+    Other,     // whatever else, or not reached yet
+    Assigned,  // an identifier before a "=": an assignment if it is a variable then
     Number,
-    Variable  // no call, and the token after it is plain and no "="
+    Variable,  // no function and no built-in, and the token after it is plain and no "="
+    Call,      // of a function or built-in, with a "(" after it
+    Group,     // in parentheses
+    Count
 };
 
 // The symbol of tokens that have none. No variable, no function and no built-in is called so.
