@@ -4,8 +4,9 @@
     commands_test.py ROOT PAGE...
 
 The commands are the blocks marked "sh", and the first cells of tables that are zelkit commands.
-A page begins in a new folder. What goes on, zelkit play and watch, is ended when the game runs.
-Only the project's own scripts are not started: they build, and the tests run in such a build.
+A page begins in a new folder. If it lists the files of a game, they must be there at its end. What
+goes on, zelkit play and watch, is ended when the game runs. Only the project's own scripts are not
+started: they build, and the tests run in such a build. ZELKIT_BIN is where the programs are.
 """
 
 import os
@@ -20,6 +21,7 @@ from pathlib import Path
 from page import read_blocks
 
 PATIENCE = 60
+TO_PATH = 'export PATH="$PWD/kit:$PWD/build:$PATH"'
 GOES_ON = re.compile(r"zelkit (play|watch) \w+")
 RUNNING = "READY\n"  # what a new game prints at its start
 
@@ -29,6 +31,12 @@ def commands_of(text):
              for line in block.text.splitlines()]
     lines += re.findall(r"^\| `(zelkit [^`]+)` \|", text, re.M)
     return list(dict.fromkeys(re.sub(r"\s+#.*", "", line) for line in lines))
+
+
+def files_of(text):
+    """The files of a game, where a page lists them below the folder."""
+    listed = re.search(r"^    (\w+/)\n((?:        .+\n)+)", text, re.M)
+    return [listed[1] + line.split()[0] for line in listed[2].splitlines()] if listed else []
 
 
 def goes_on(command, folder, env):
@@ -56,7 +64,7 @@ def type_command(command, root, folder, env):
     if words[0] == "xdg-open":
         return [] if (folder / words[1]).is_file() else [f"{command}: no such file"]
     if words[0] == "export":
-        return [] if command == 'export PATH="$PWD/kit:$PATH"' else [f"{command}: unknown"]
+        return [] if command == TO_PATH else [f"{command}: unknown"]
     if GOES_ON.fullmatch(command):
         return goes_on(command, folder, env)
     run = subprocess.run(["bash", "-c", command], cwd=folder, env=env, capture_output=True,
@@ -65,13 +73,17 @@ def type_command(command, root, folder, env):
 
 
 def page_faults(page, root):
-    commands = commands_of(page.read_text(encoding="utf-8"))
+    text = page.read_text(encoding="utf-8")
+    commands = commands_of(text)
     with tempfile.TemporaryDirectory() as folder:
         for name in ("docs", "kit"):
             (Path(folder) / name).symlink_to(root / name)
-        env = dict(os.environ, PATH=f"{folder}/kit:{os.environ['PATH']}")
+        path = f"{folder}/kit:{os.environ['ZELKIT_BIN']}:{os.environ['PATH']}"
+        env = dict(os.environ, PATH=path)
         faults = [f"{page.name}: {fault}" for command in commands
                   for fault in type_command(command, root, Path(folder), env)]
+        faults += [f"{page.name}: a new game has no {name}" for name in files_of(text)
+                   if not (Path(folder) / name).exists()]
     return faults if commands else [*faults, f"{page.name}: no commands"]
 
 
