@@ -7,8 +7,8 @@
 The instructions are the source: the block under the comment <!-- whole -->, the whole script of a
 step, must be what typing gives. Each step has a picture, and in the comment above it the play that
 leads to it: commands with "; " between them. What the level has printed by then is the block of
-text of the step. A play in a comment "check" is played as well. The checker finds nothing in a
-script that a reader is to type.
+text of the step. A play in a comment "check" or in a block is played as well. The checker finds
+nothing in a script that a reader is to type.
 """
 
 import argparse
@@ -44,7 +44,8 @@ class Step:
         self.whole = [b.text for b in blocks if "whole" in b.marks]
         self.printed = "".join(b.text for b in blocks if b.info == "text")
         self.pictures = PICTURE.findall(chapter)
-        self.checks = CHECK.findall(chapter)
+        self.checks = [found.split("; ") for found in CHECK.findall(chapter)]
+        self.checks += [b.text.splitlines() for b in blocks if b.info == "play"]
 
 
 def read_steps(page):
@@ -94,7 +95,7 @@ def play_faults(step, setup):
         if check.returncode != 0 or "warning" in check.stdout:
             faults.append(check.stdout)
         for commands in step.checks:
-            run = play(commands.split("; "), setup, folder)
+            run = play(commands, setup, folder)
             faults += [f"its check fails: {run.stderr}"] if run.returncode != 0 else []
         run = play_to_picture(step, setup, f"now.png same as {{}} within {PIXELS}", folder)
     if run.returncode != 0:
