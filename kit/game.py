@@ -60,7 +60,7 @@ class Game:
 
     def check(self, output):
         """Rewrites bare line feeds, if any, and shows what the checker finds. False for errors."""
-        checker = [program("zelcheck"), "--fix", "--", shown(self.script)]
+        checker = [program("zelcheck"), "--fix", "--", shown(self.stage / SCRIPT)]
         return subprocess.run(checker, stdout=output, check=False).returncode < 2
 
     def room(self):
