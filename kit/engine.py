@@ -1,5 +1,6 @@
 """Runs the engine: its output to the terminal, signals to it."""
 
+import atexit
 import os
 import selectors
 import signal
@@ -66,6 +67,7 @@ class Engine:
         self.reports = Reports(game)
         self.output = OutputFilter(self.reports)
         self.process = self.start(game, None if is_raw else subprocess.PIPE)
+        atexit.register(self.end)  # however zelkit ends, the game does not outlive it
         if not is_raw:
             self.relay(self.process.stdout, self.output)
             self.relay(self.process.stderr, ErrorFilter(self.reports))
@@ -81,6 +83,10 @@ class Engine:
                                     stdout=pipe, stderr=pipe)
         finally:
             signal.pthread_sigmask(signal.SIG_SETMASK, kept)
+
+    def end(self):
+        self.process.kill()
+        self.process.wait()
 
     # Output -----------------------------------------------------------------------------------
 

@@ -56,7 +56,7 @@ class Source:
 
     def __init__(self, game):
         self.path = shown(game.script)
-        self.bytes = game.script.read_bytes()
+        self.bytes = game.script.read_bytes() if game.script.is_file() else b""
 
     @cache
     def find_error(self, line, context):

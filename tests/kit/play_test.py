@@ -200,6 +200,17 @@ class End(KitTest):
         run.interrupt(signal.SIGINT)
         run.process.stdin.close()
 
+    def test_the_game_ends_when_nobody_reads_its_output(self):
+        self.write('int main()\n{\n    createtimer(0, 100, "t");\n}\nint t() { puts("x"); }\n')
+        command = self.command("play", "game")
+        with subprocess.Popen(command, cwd=self.folder, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, start_new_session=True) as process:
+            process.stdout.readline()
+            process.stdout.close()
+            self.assertEqual(process.wait(PATIENCE), 2)
+            with self.assertRaises(ProcessLookupError):  # nobody of its group is left
+                os.killpg(process.pid, signal.SIGKILL)
+
     def test_a_crash_is_named(self):
         self.write("int x;\nint main()\n{\n    if (x == 0) { x = 1 % x; }\n}\n")
         status, _, err = self.kit("play", "game", "--force")
