@@ -29,7 +29,7 @@ static void checkZeroByte(const Source& source, Findings& findings) {
     const size_t zero = source.bytes.find('\0');
     const size_t last = source.text.empty() ? 0 : source.text.size() - 1;
     if (zero < source.bytes.size() && zero < kProgramCapacity - 1) {
-        findings.add(CheckId::ZeroByte, last, "a zero byte behind here ends the text");
+        findings.add(CheckId::ZeroByte, last, "a zero byte after this ends the text");
     }
 }
 
@@ -43,7 +43,7 @@ static void checkLineEnds(const Source& source, Findings& findings) {
         findings.add(CheckId::LineEnd, i,
                      bare ? "this line ends in a bare line feed; save the script with CR LF line "
                             "ends, or run zelcheck --fix"
-                          : "a carriage return alone: the character behind it is lost");
+                          : "a carriage return alone: the character after it is lost");
         return;
     }
 }

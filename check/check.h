@@ -9,7 +9,7 @@
 
 struct CheckResult {
     // What the findings' positions belong to. For a text with bare line feeds it is the text with
-    // its line ends mended: lines and columns are the same.
+    // its line ends fixed: lines and columns are the same.
     Source source;
     std::vector<Finding> findings;  // in text order
 };

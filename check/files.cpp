@@ -59,6 +59,14 @@ static std::optional<fs::path> gameFolder(const fs::path& script) {
     return levels.parent_path();
 }
 
+// "name" if the file is not in the game's folder, also if it is there in another letter case.
+static std::string missingFile(const fs::path& game, const char* name) {
+    std::error_code error;
+    if (fs::is_regular_file(game / name, error)) return "";
+    const std::string spelling = spellingOnDisk(game, name);
+    return name + (spelling.empty() ? "" : " (it exists as " + spelling + ")");
+}
+
 // What the engine does not start without.
 static void checkGame(const fs::path& script, const fs::path& game, Findings& findings) {
     const std::string wanted = std::string(kLevelFolder) + "/script.txt";
@@ -69,16 +77,15 @@ static void checkGame(const fs::path& script, const fs::path& game, Findings& fi
                      "the engine looks for " + wanted + ": letter case counts, this is " + here,
                      Severity::Error);
     }
-    for (const char* file : {kFirstFont, kSelectionPicture}) {
-        std::error_code error;
-        if (fs::is_regular_file(game / file, error)) continue;
-        const std::string spelling = spellingOnDisk(game, file);
-        findings.add(CheckId::MissingFile, 0,
-                     std::string("the engine does not start without ") + file +
-                         " in the game's folder" +
-                         (spelling.empty() ? "" : ": it exists as " + spelling),
-                     Severity::Error);
-    }
+    const std::string font = missingFile(game, kFirstFont);
+    const std::string frame = missingFile(game, kSelectionPicture);
+    if (font.empty() && frame.empty()) return;
+    const bool both = !font.empty() && !frame.empty();
+    // A game without a font is lent one by zelkit.
+    findings.add(CheckId::MissingFile, 0,
+                 "the engine does not start without " + font + (both ? " and " : "") + frame +
+                     " in the game's folder",
+                 frame.empty() ? Severity::Warning : Severity::Error);
 }
 
 void checkFiles(const std::string& scriptPath, const std::vector<FileUse>& files,

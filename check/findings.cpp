@@ -59,7 +59,7 @@ static bool mayCause(CheckId cause, CheckId failure) {
     }
 }
 
-// Of several findings one of the same id explains most, then the one that stands first.
+// Of several findings one of the same id explains most, then the first one.
 void Findings::confirm(CheckId id, size_t position, size_t from, size_t to,
                        const std::string& text) {
     Finding* cause = nullptr;

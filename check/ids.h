@@ -39,8 +39,8 @@
     X(OutputInExpression, "output-in-expression", Error, "puts or print inside an expression")    \
     X(BuiltinArguments, "builtin-arguments", Error, "wrong arguments of a built-in")              \
     X(DivisionByZero, "division-by-zero", Error, "a division by zero")                            \
-    X(EmptyExpression, "empty-expression", Error, "nothing where a value must stand")             \
-    X(Syntax, "syntax", Error, "a word or sign that cannot stand in its place")                   \
+    X(EmptyExpression, "empty-expression", Error, "nothing where a value must be")             \
+    X(Syntax, "syntax", Error, "a word or sign in the wrong place")                   \
     X(TooManyLocals, "too-many-locals", Error, "the stack of local variables overflows")          \
     X(TooManyCalls, "too-many-calls", Error, "too many calls in each other")                      \
     X(NestedTooDeeply, "nested-too-deeply", Error, "too deeply nested")                           \
@@ -57,7 +57,7 @@
     X(EmptyLineInExpression, "empty-line-in-expression", Warning,                                 \
       "an empty line inside an expression")                                                       \
     X(CommentUnderComment, "comment-under-comment", Warning,                                      \
-      "a comment directly behind a comment")                                                      \
+      "a comment directly after a comment")                                                      \
     X(BareBlock, "bare-block", Warning, "a block of its own inside a block")                      \
     X(IgnoredText, "ignored-text", Warning, "text that the engine passes over")                   \
     X(NoEffect, "no-effect", Warning, "a statement that does nothing")                            \
@@ -69,7 +69,7 @@
     X(BadName, "bad-name", Warning, "a declaration of something that is no name")                 \
     X(ArgumentCount, "argument-count", Warning, "more or fewer arguments than parameters")        \
     X(ReturnInLoop, "return-in-loop", Warning, "a return inside a loop")                          \
-    X(ReturnNotLast, "return-not-last", Warning, "a return with statements behind it")            \
+    X(ReturnNotLast, "return-not-last", Warning, "a return with statements after it")            \
     X(NoReturnValue, "no-return-value", Warning, "the value of a function without return")        \
     X(DeclarationInLoop, "declaration-in-loop", Warning, "a declaration inside a loop")           \
     X(ForEmptyPart, "for-empty-part", Warning, "an empty part of a for without a blank")          \

@@ -7,7 +7,7 @@
 // returns are the line ends. Everything else stays byte for byte.
 std::string withCrLf(const std::string& bytes);
 
-// How many line ends withCrLf would mend.
+// How many line ends withCrLf would fix.
 size_t countBadLineEnds(const std::string& bytes);
 
 // Puts `bytes` in place of the file at `path`: whoever reads it sees the old content or the new

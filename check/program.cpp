@@ -107,7 +107,7 @@ private:
                  "a declaration gives no value: assign it in main");
         } else {
             fail(CheckId::MissingSemicolon, token_.from,
-                 "; expected behind the names of global variables");
+                 "; expected after the names of global variables");
         }
         skipStatement();
     }
@@ -131,7 +131,7 @@ private:
     void declareFunctionOrGlobal(size_t start) {
         readOnce();
         if (!token_.isIdentifier()) {
-            findings_.add(CheckId::BadName, token_.start, "a name expected behind the type");
+            findings_.add(CheckId::BadName, token_.start, "a name expected after the type");
             return;
         }
         checkName(token_);
@@ -213,7 +213,7 @@ private:
             const ExtraBrace extra = likelyExtraBrace(program_.scanner, token_.start);
             findings_.add(CheckId::ExtraBrace, extra.position,
                           extra.isMissing
-                              ? "a { is missing before this: a } behind it closes nothing"
+                              ? "a { is missing before this: a } after it closes nothing"
                               : "this } closes nothing: a { is missing, or there is a } too many");
         } else if (token_.is(';')) {
             inFunction_ = false;

@@ -14,7 +14,7 @@
 struct CheckedFunction {
     std::string_view name;
     size_t start = 0;     // of the name
-    size_t location = 0;  // behind the "(" of the definition
+    size_t location = 0;  // after the "(" of the definition
     std::vector<std::string_view> parameters;
     bool hasReturn = false;
     bool hasBlock = false;  // its body is a braced block
@@ -42,7 +42,7 @@ public:
     std::unordered_map<std::string_view, size_t> globalIndex;
     bool loads = true;         // the engine's load comes to an end without an error
     bool ignoresText = false;  // outside of all functions there is what the engine passes over
-    bool usesEnd = false;      // the word `end` stands somewhere
+    bool usesEnd = false;      // the word `end` is somewhere
 };
 
 // Does what the engine's load does, but goes on where the engine would stop: what it would stop at

@@ -27,12 +27,17 @@ void Reader::enter() {
     if (depth_ >= kMaxNesting) {
         fail(CheckId::NestedTooDeeply, token_.start,
              "at most " + std::to_string(kMaxNesting) +
-                 " parentheses, blocks and calls may stand in each other");
+                 " parentheses, blocks and calls may be inside each other");
     }
     depth_++;
 }
 
 // Explanations ----------------------------------------------------------------------------------
+
+std::string onlyOneLineEnd(const std::string& before, const std::string& after) {
+    return "only blanks and one line end are allowed between " + before + " and " + after +
+           ", no empty line and no comment";
+}
 
 void Reader::fail(CheckId id, size_t position, std::string text) const {
     throw Problem{id, position, std::move(text)};
@@ -55,18 +60,14 @@ static bool isOperator(const Lexeme& token) {
 // Empty tokens: a line end or a blank where the lexer expects a token at once.
 void Reader::failGap(const Lexeme& gap) const {
     if (token_.is('{')) {
-        fail(CheckId::GapBeforeBrace, token_.start,
-             "between ) and { only blanks and one line end may stand, no empty line, no comment");
+        fail(CheckId::GapBeforeBrace, token_.start, onlyOneLineEnd(")", "{"));
     }
     const char c = scanner_.byteAt(gap.start);
     if (gap.afterComment) {
-        fail(CheckId::CommentInExpression, gap.start,
-             "inside an expression a comment must touch the token behind it: a blank there "
-             "counts as an operator");
+        fail(CheckId::CommentInExpression, gap.start, kCommentGap);
     }
     if (c == '\r') {
-        fail(CheckId::EmptyLineInExpression, gap.start,
-             "an empty line inside an expression counts as an operator");
+        fail(CheckId::EmptyLineInExpression, gap.start, kLineGap);
     }
     fail(CheckId::Syntax, gap.start, "");
 }
@@ -112,12 +113,12 @@ void Reader::failAtom() const {
     }
     if (isSign(previous_) && (isSign(token_) || token_.is(';') || token_.is(','))) failSign();
     if (token_.kind == TokenKind::String) {
-        fail(CheckId::Syntax, token_.start, "a text cannot stand in an expression");
+        fail(CheckId::Syntax, token_.start, "an expression cannot hold a text");
     }
     if (token_.is(';') || token_.is(',') || token_.is('}') || token_.isFinished()) {
         fail(CheckId::EmptyExpression, token_.start, "a value expected before " + shownToken());
     }
-    fail(CheckId::Syntax, token_.start, shownToken() + " cannot stand in an expression");
+    fail(CheckId::Syntax, token_.start, shownToken() + " does not belong in an expression");
 }
 
 void Reader::failUnexpected(char expected) const {
@@ -162,7 +163,7 @@ Value Reader::readCharacter() {
     const char c = scanner_.byteAt(position_);
     if (c == '\0' || scanner_.byteAt(position_ + 1) != '\'') {
         fail(CheckId::CharacterLiteral, quote,
-             "exactly one character stands between apostrophes; there are no escapes");
+             "exactly one character is put between apostrophes; there are no escapes");
     }
     position_ += 2;
     return knownValue(static_cast<signed char>(c));
@@ -174,7 +175,7 @@ Value Reader::readUserCall(const CheckedFunction& function) {
     read();
     if (!token_.is('(')) {
         fail(CheckId::Parentheses, name.next,
-             "\"" + std::string(name.text) + "\" is a function: ( expected behind it");
+             "\"" + std::string(name.text) + "\" is a function: ( expected after it");
     }
     do {
         if (arguments.size() == kMaxArguments) {

@@ -25,6 +25,16 @@ struct Problem {
 // Thrown when more tokens were read than the reader may read.
 struct OutOfBudget {};
 
+// Explanations that both readers give.
+constexpr char kCommentGap[] =
+    "inside an expression a comment must touch the token after it: a blank there counts as an "
+    "operator";
+constexpr char kLineGap[] = "an empty line inside an expression counts as an operator";
+constexpr char kTypeExpected[] = "int or char expected before a parameter";
+
+// Of a "{", an else or a while that is too far from what is before it.
+std::string onlyOneLineEnd(const std::string& before, const std::string& after);
+
 struct BuiltinCall {
     const BuiltinSignature& builtin;
     Lexeme name;
@@ -69,21 +79,24 @@ protected:
     // Reads a call of the function that the current token names.
     Value readUserCall(const CheckedFunction& function);
 
-    // Requires the current token to be ";", also behind the names of a declaration.
+    // Requires the current token to be ";", also after the names of a declaration.
     void requireSemicolon();
     void requireDeclarationEnd();
 
-    // Go on after a problem: behind the statement that begins at `start`; behind the parentheses
+    // Go on after a problem: after the statement that begins at `start`; after the parentheses
     // that follow the keyword there.
     void resumeBehindStatement(const Problem& problem, size_t start);
     void resumeBehindHead(size_t start);
 
-    // Words for what stands at the current token.
+    // Words for what is at the current token.
     std::string shownToken() const;
+
+    // "i = i + 1" for the "i++" whose operator is at the position, and for "i += 1".
+    std::string writtenOut(size_t position) const;
 
     [[noreturn]] void fail(CheckId id, size_t position, std::string text) const;
 
-    // The current token stands where `expected` should: finds the reason.
+    // The current token is where `expected` should be: finds the reason.
     [[noreturn]] void failUnexpected(char expected) const;
 
     const Program& program_;
@@ -110,7 +123,6 @@ private:
     void readArguments(BuiltinCall& call);
     void readArgument(BuiltinCall& call, char kind);
 
-    std::string writtenOut(size_t position) const;
     std::string howToShowNumber(const Lexeme& number) const;
     [[noreturn]] void failAtom() const;
     [[noreturn]] void failSign() const;

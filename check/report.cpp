@@ -69,12 +69,12 @@ static std::string excerpt(const Source& source, size_t position, ReportForm for
     const size_t to = std::min(line.size(), column + kBehind);
 
     std::string before = (from > 0 ? "..." : "") + shown(line.substr(from, column - from));
-    // Tabs in front would be a row of escapes.
+    // Tabs before the caret would be a row of escapes.
     for (size_t tab; (tab = before.find("\\t")) != std::string::npos;)
         before.replace(tab, 2, "    ");
-    const std::string behind = shown(line.substr(column, to - column));
+    const std::string after = shown(line.substr(column, to - column));
     const std::string caret = form == ReportForm::Colour ? "\033[1;32m^\033[0m" : "^";
-    return "    " + before + behind + (to < line.size() ? "..." : "") + "\n    " +
+    return "    " + before + after + (to < line.size() ? "..." : "") + "\n    " +
            std::string(widthOf(before), ' ') + caret + "\n";
 }
 
@@ -96,7 +96,7 @@ static std::string readable(const Source& source, const Finding& finding, Report
 
 // JSON ----------------------------------------------------------------------------------------
 
-// Bytes that are no UTF-8 stand escaped as \xNN in the text, for JSON knows characters only.
+// Bytes that are no UTF-8 are escaped as \xNN in the text, for JSON knows characters only.
 static std::string jsonString(std::string_view text) {
     std::string result = "\"";
     for (size_t i = 0, length = 1; i < text.size(); i += length) {

@@ -8,7 +8,7 @@
 #include "script/source/text.h"
 
 // What the engine keeps: as many bytes as its buffer holds, a DOS end-of-file mark at the end
-// dropped, and nothing from the first zero byte on. It stores the end-of-file value behind a short
+// dropped, and nothing from the first zero byte on. It stores the end-of-file value after a short
 // file and then writes its terminating zero over the last byte stored.
 static std::string engineText(const std::string& bytes) {
     constexpr char kDosEndOfFile = 26;

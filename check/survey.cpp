@@ -16,8 +16,7 @@ void Survey::readFunctionBody(const CheckedFunction& function) {
     if (real.is('{')) {
         if (next.isNothing()) {
             add(CheckId::GapBeforeBrace, real.start,
-                "between ) and { only blanks and one line end may stand: with an empty line or a "
-                "comment there the function does nothing");
+                onlyOneLineEnd(")", "{") + ": the function does nothing");
         }
         readBlock({});
     } else if (real.is(';')) {

@@ -1,7 +1,7 @@
 // The look at every function of the script, whether the engine ever gets there or not: what it
 // would refuse at each place, and the traps that it meets in silence.
 //
-// Everything found here is a warning at first; the trial (check/trial.h) finds out which of it the
+// Everything found here is a warning, until the trial (check/trial.h) finds out which of it the
 // engine certainly reaches.
 #pragma once
 

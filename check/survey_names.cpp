@@ -64,7 +64,7 @@ std::string Survey::suggestionFor(std::string_view name) {
 }
 
 // An unknown name is reported once in a function and then taken for a variable, so that what
-// stands behind it is looked at too.
+// comes after it is looked at too.
 bool Survey::isVariable(const Lexeme& name) {
     if (useVariable(name.text)) return true;
     if (findBuiltinSignature(name.text) != nullptr) return false;
@@ -195,12 +195,9 @@ Value Survey::callBuiltin(const BuiltinCall& call) {
 void Survey::noteGap(const Lexeme& gap) {
     if (!gap.isNothing() || scanner_.readReal(gap.next).is('{')) return;
     if (gap.afterComment) {
-        add(CheckId::CommentInExpression, gap.start,
-            "inside an expression a comment must touch the token behind it: a blank there "
-            "counts as an operator");
+        add(CheckId::CommentInExpression, gap.start, kCommentGap);
     } else if (scanner_.byteAt(gap.start) == '\r') {
-        add(CheckId::EmptyLineInExpression, gap.start,
-            "an empty line inside an expression counts as an operator");
+        add(CheckId::EmptyLineInExpression, gap.start, kLineGap);
     }
 }
 
@@ -213,9 +210,8 @@ void Survey::noteMissingOperand() {
     const char sign = scanner_.byteAt(previous_.start);
     const bool doubled = previous_.start > 0 && scanner_.byteAt(previous_.start - 1) == sign;
     if (doubled && (sign == '+' || sign == '-')) {
-        const std::string name(2, sign);
         add(CheckId::NoSuchOperator, previous_.start - 1,
-            "there is no " + name + ": write x = x " + std::string(1, sign) + " 1");
+            "there is no " + std::string(2, sign) + ": write " + writtenOut(previous_.start - 1));
     } else {
         add(CheckId::EmptyExpression, token_.start, "a value expected before )");
     }
@@ -282,7 +278,7 @@ void Survey::readParameters() {
         read();
         if (token_.is(')')) return;
         if (!token_.isType()) {
-            fail(CheckId::ParameterList, token_.start, "int or char expected before a parameter");
+            fail(CheckId::ParameterList, token_.start, kTypeExpected);
         }
         read();
         declare(token_, true);

@@ -1,4 +1,4 @@
-// The reader behind the survey (check/survey.h). Its parts: what names and calls mean
+// The reader of the survey (check/survey.h). Its parts: what names and calls mean
 // (survey_names.cpp), statements (survey_statements.cpp), functions and the whole (survey.cpp).
 #pragma once
 
@@ -34,7 +34,7 @@ private:
         bool isOpen;  // the block of its declaration is not over
     };
 
-    // What stands around a statement.
+    // What is around a statement.
     struct Context {
         int blocks = 0;  // blocks around, the function's own not counted
         bool inLoop = false;
@@ -107,5 +107,5 @@ private:
     int suggestions_ = 0;         // made so far
     bool makesUnits_ = false;
     int exits_ = 0;                // what may have ended the process
-    size_t skippedTo_ = kNowhere;  // behind the last token that was skipped without effect
+    size_t skippedTo_ = kNowhere;  // after the last token that was skipped without effect
 };

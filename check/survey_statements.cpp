@@ -13,7 +13,7 @@ void Survey::checkCondition() {
         "this assigns a value to " + quoted(name.text) + ": == compares");
 }
 
-// The condition behind a keyword.
+// The condition after a keyword.
 Value Survey::readHead() {
     const size_t start = token_.start;
     checkCondition();
@@ -42,19 +42,19 @@ void Survey::readBlock(Context context) {
     }
     for (size_t i = outside; i < locals_.size(); i++)
         locals_[i].isOpen = false;
-    // What stands behind the block runs too, unless that is the function's own.
+    // What comes after the block runs too, unless that is the function's own.
     if (return_ != kNowhere && context.blocks < 2) return_ = kNowhere;
     leave();
 }
 
-// The current token begins the statement; afterwards the position is behind it.
+// The current token begins the statement; afterwards the position is after it.
 void Survey::readStatement(Context context) {
     const size_t start = token_.start;
     const int32_t depth = depth_;
     if (return_ != kNowhere && !token_.is(';') && !token_.isEmpty()) {
         add(CheckId::ReturnNotLast, return_,
-            returnBlocks_ == 0 ? "nothing behind this return is ever run"
-                               : "what stands behind this return is run all the same");
+            returnBlocks_ == 0 ? "nothing after this return is ever run"
+                               : "what comes after this return is run all the same");
         return_ = kNowhere;
     }
     try {
@@ -128,9 +128,7 @@ void Survey::readBody(Context context, CheckId unbraced) {
     const Lexeme real = scanner_.readReal(position_);
     if (real.is('{')) {
         if (!next.is('{')) {
-            add(CheckId::GapBeforeBrace, real.start,
-                "between ) and { only blanks and one line end may stand, no empty line, no "
-                "comment");
+            add(CheckId::GapBeforeBrace, real.start, onlyOneLineEnd(")", "{"));
         }
         token_ = real;
         position_ = real.next;
@@ -159,8 +157,7 @@ void Survey::readIf(Context context) {
     if (real.keyword == KeywordCode::Else) {
         if (next.isNothing()) {
             add(CheckId::GapBeforeElse, real.start,
-                "between } and else only blanks and one line end may stand, no empty line, no "
-                "comment: this else is never run");
+                onlyOneLineEnd("}", "else") + ": this else is never run");
         }
         token_ = real;
         position_ = real.next;
@@ -211,13 +208,11 @@ void Survey::readDo(Context context) {
     const Lexeme next = scanner_.read(position_);
     const Lexeme real = scanner_.readReal(position_);
     if (real.keyword != KeywordCode::While) {
-        add(CheckId::DoWithoutWhile, real.start, "while expected behind the body of do");
+        add(CheckId::DoWithoutWhile, real.start, "while expected after the body of do");
         return;
     }
     if (next.isNothing()) {
-        add(CheckId::DoWithoutWhile, real.start,
-            "between } and while only blanks and one line end may stand, no empty line, no "
-            "comment");
+        add(CheckId::DoWithoutWhile, real.start, onlyOneLineEnd("}", "while"));
     }
     token_ = real;
     position_ = real.next;
@@ -241,7 +236,7 @@ Value Survey::readForPart(bool isTest) {
         const char skipped = scanner_.byteAt(position_);
         if (skipped != ' ' && skipped != '\t') {
             add(CheckId::ForEmptyPart, token_.start,
-                "behind an empty part of a for one character is skipped: write a blank there");
+                "after an empty part of a for one character is skipped: write a blank there");
         }
         if (isTest) {
             add(CheckId::ForEmptyTest, token_.start,
@@ -266,7 +261,7 @@ void Survey::readForStep() {
 
 Value Survey::readForHead() {
     read();
-    if (!token_.is('(')) fail(CheckId::Parentheses, token_.start, "( expected behind for");
+    if (!token_.is('(')) fail(CheckId::Parentheses, token_.start, "( expected after for");
     leading_ = scanner_.readReal(position_).start;
     readForPart(false);
     const Value test = readForPart(true);

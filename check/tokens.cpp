@@ -125,7 +125,7 @@ static void inspectComment(const Scanner& scanner, const Lexeme& token, Findings
     const char next = scanner.byteAt(token.start + 1);
     if (token.afterComment && token.is('/') && (next == '/' || next == '*')) {
         findings.add(CheckId::CommentUnderComment, token.start,
-                     "behind a comment this one is no comment: its text is run; indent it, or "
+                     "after a comment this one is no comment: its text is run; indent it, or "
                      "leave an empty line between");
     }
 }

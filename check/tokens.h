@@ -1,5 +1,5 @@
 // Findings about single tokens: characters that start nothing, words that have swallowed what
-// stands behind them, comments behind comments.
+// comes after them, comments after comments.
 #pragma once
 
 #include "check/findings.h"

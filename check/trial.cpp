@@ -54,7 +54,7 @@ void Trial::nameParameters(size_t base) {
         read();
         if (token_.is(')')) return;
         if (!token_.isType()) {
-            fail(CheckId::ParameterList, token_.start, "int or char expected before a parameter");
+            fail(CheckId::ParameterList, token_.start, kTypeExpected);
         }
         read();
         checkName(token_);
@@ -73,7 +73,7 @@ void Trial::nameParameters(size_t base) {
 Value Trial::callUser(const CheckedFunction& function, const Lexeme& name,
                       const std::vector<Value>& arguments) {
     const size_t base = locals_.size();
-    const size_t behind = position_;
+    const size_t after = position_;
     const size_t statement = statement_;
     const bool whole = wholeStatement_;
     for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
@@ -83,14 +83,14 @@ Value Trial::callUser(const CheckedFunction& function, const Lexeme& name,
              "here " + std::to_string(kMaxCalls) + " calls are active: no more are possible");
     }
     frames_.push_back(base);
-    returns_.push_back(behind);
+    returns_.push_back(after);
     wholeStatement_ = whole && name.start == statement;
     position_ = function.location;
     nameParameters(base);
     interpretBlock();
     wholeStatement_ = whole;
     statement_ = statement;
-    position_ = behind;
+    position_ = after;
     token_ = name;
     locals_.resize(base);
     frames_.pop_back();

@@ -2,7 +2,7 @@
 // that are known before it runs, to find out which places the engine certainly reaches.
 //
 // It goes through main and then through the functions that main has certainly made call-backs of.
-// Where a condition is not known it goes on behind the branches, if they can do no more than change
+// Where a condition is not known it goes on after the branches, if they can do no more than change
 // variables; else it stops there. It also stops after a fixed number of tokens.
 #pragma once
 

@@ -49,7 +49,7 @@ void Trial::skipHarmlessBlock() {
     }
 }
 
-// Goes on behind a body that may or may not be run, and behind its else. `from` is where the
+// Goes on after a body that may or may not be run, and after its else. `from` is where the
 // statement begins: what a condition assigns may be assigned again.
 void Trial::skipUnknown(size_t from) {
     const size_t body = position_;

@@ -1,4 +1,4 @@
-// The reader behind the trial (check/trial.h). Its parts: variables, calls and the entries
+// The reader of the trial (check/trial.h). Its parts: variables, calls and the entries
 // (trial.cpp), statements (trial_statements.cpp), what is certain (trial_certainty.cpp).
 #pragma once
 
@@ -88,7 +88,7 @@ private:
     std::vector<Value> globals_;
     std::vector<Variable> locals_;
     std::vector<size_t> frames_;   // for each call the size of locals_ at its start
-    std::vector<size_t> returns_;  // for each call the position behind it
+    std::vector<size_t> returns_;  // for each call the position after it
     std::vector<const CheckedFunction*> callbacks_;
     std::vector<Lexeme> missing_;  // call-back names of timers that no function has
     std::unordered_set<std::string_view> assumed_;  // unknown names, once they are reported
@@ -100,5 +100,5 @@ private:
     bool wholeStatement_ = true;  // every active call is the first thing in its statement
     bool inMain_ = true;
     bool mayCallBack_ = true;  // main does not end the game
-    int failures_ = 0;         // problems behind which the trial went on
+    int failures_ = 0;         // problems after which the trial went on
 };

@@ -70,14 +70,14 @@ void Trial::runDo() {
     interpretBlock();
     read();
     if (token_.keyword != KeywordCode::While) {
-        fail(CheckId::DoWithoutWhile, token_.start, "while expected behind the body of do");
+        fail(CheckId::DoWithoutWhile, token_.start, "while expected after the body of do");
     }
     const Value test = expression();
     if (!test.known) {
-        const size_t behind = position_;
+        const size_t after = position_;
         position_ = scanner_.read(start).next;
         skipUnknown(start);
-        position_ = behind;
+        position_ = after;
     } else if (test.number != 0) {
         position_ = start;
     }
@@ -148,7 +148,7 @@ static bool endsEverything(CheckId id) {
 }
 
 // An expression or a declaration. The engine gives up at the first problem; here the statements
-// behind it are still looked at, as they are run once this one is mended.
+// after it are still looked at, as they are run once this one is fixed.
 void Trial::runSimple() {
     const size_t start = token_.start;
     const size_t calls = frames_.size();

@@ -1,4 +1,4 @@
-// A value of the script as far as it is known before the script runs. Arithmetic is the engine's:
+// A value of the script, if it is known before the script runs. Arithmetic is the engine's:
 // 32 bits, wrapping.
 #pragma once
 

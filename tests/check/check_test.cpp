@@ -233,6 +233,95 @@ TEST(Certainty, FindsLoopsThatNothingEnds) {
                      CheckId::EndlessLoop));
 }
 
+static bool hasErrorOf(const std::string& script, CheckId id) {
+    for (const Finding& finding : check(script)) {
+        if (finding.id == id && finding.severity == Severity::Error) return true;
+    }
+    return false;
+}
+
+TEST(Certainty, LoopsWithAConstantTestAreEndlessUnlessTheGameMayEnd) {
+    const std::string loop = "int x; int main() { while (1) { x = x + 1; } }";
+    EXPECT_TRUE(hasErrorOf(loop, CheckId::EndlessLoop));
+    EXPECT_FALSE(hasErrorOf(loop + "int f() { end; }", CheckId::EndlessLoop));
+    EXPECT_FALSE(hasErrorOf("int x; int main() { if (getche()) { while (1) { x = x + 1; } } }",
+                            CheckId::EndlessLoop));
+}
+
+TEST(Certainty, MissingTimerFunctionsEndTheGameUnlessSomethingComesBefore) {
+    const std::string script = "int main() { createtimer(1, 9, \"t\"); }";
+    EXPECT_TRUE(hasErrorOf(script, CheckId::CallbackUnknown));
+    EXPECT_TRUE(
+        hasErrorOf("int T() { } int main() { createtimer(0, 9, \"T\"); }", CheckId::CallbackCase));
+    for (const char* other : {"int f() { deletetimer(0); }", "int f() { pausetimer(0, 1); }",
+                              "int f() { exitgame(); }", "int f() { end; }"}) {
+        EXPECT_TRUE(has(check(script + other), CheckId::CallbackUnknown)) << other;
+        EXPECT_FALSE(hasErrorOf(script + other, CheckId::CallbackUnknown)) << other;
+    }
+    EXPECT_FALSE(
+        hasErrorOf("int main() { addexectfunckey(0, 4, \"t\"); }", CheckId::CallbackUnknown));
+}
+
+// What is not said --------------------------------------------------------------------------------
+
+TEST(Silence, PicturesThatMayBeShownAreNotReported) {
+    for (const char* script : {"int a; int main() { a = loadimage(\"a.bmp\"); showimage(a, 1); }",
+                               "int a; int show(int i) { showimage(i, 1); } "
+                               "int main() { a = loadimage(\"a.bmp\"); show(a); }",
+                               "int main() { loadimage(\"a.bmp\"); showimage(0, 1); }"}) {
+        EXPECT_FALSE(has(check(script), CheckId::NeverShown)) << script;
+    }
+    EXPECT_TRUE(has(check("int a, b; int main() { a = loadimage(\"a.bmp\"); "
+                          "b = loadimage(\"b.bmp\"); showimage(a, 1); }"),
+                    CheckId::NeverShown));
+}
+
+TEST(Silence, OnlyTimersThatRepeatNeedAnInterval) {
+    EXPECT_FALSE(
+        has(check("int t() { } int main() { createtimer(1, 0, \"t\"); }"), CheckId::TimerInterval));
+}
+
+TEST(Silence, ComparisonsAreNoAssignments) {
+    for (const char* test : {"a == 4", "(a = 4) == 4", "a != 4"}) {
+        const std::string script =
+            "int a; int main() { if (" + std::string(test) + ") { print(a); } }";
+        EXPECT_FALSE(has(check(script), CheckId::AssignedCondition)) << script;
+    }
+}
+
+TEST(Silence, ABackslashAtTheEndOfATextIsNoEscape) {
+    EXPECT_TRUE(check("int main() { puts(\"C:\\\"); createtext(\"\\\", 0, 0, 9, 9); }").empty());
+}
+
+// Braces and comments that do not match are shown alone -------------------------------------------
+
+static void expectAlone(const std::string& script, CheckId id, size_t line) {
+    const CheckResult result = checkScript("script.txt", withCrLf(script), false);
+    ASSERT_EQ(1U, result.findings.size()) << script;
+    EXPECT_EQ(id, result.findings[0].id) << script;
+    EXPECT_EQ(line, result.source.placeOf(result.findings[0].position).line) << script;
+}
+
+TEST(Braces, TheIndentationTellsWhichOneIsMissing) {
+    expectAlone(
+        "int main()\n{\n    if (1) {\n        if (2) {\n            puts(\"a\");\n    }\n}\n",
+        CheckId::OpenBrace, 4);
+    expectAlone(
+        "int f()\n{\n    if (1)\n    {\n        puts(\"a\");\n}\nint main()\n{\n    f();\n}\n",
+        CheckId::OpenBrace, 4);
+    expectAlone("int f()\n    puts(\"a\");\n}\nint main()\n{\n    f();\n}\n", CheckId::ExtraBrace,
+                2);
+    expectAlone("int main()\n{\n    if (1) { puts(\"a\"); } }\n    x = 1;\n}\n",
+                CheckId::ExtraBrace, 3);
+}
+
+TEST(Braces, WhatSwallowsABraceIsTheCause) {
+    expectAlone("int main()\n{\n    /* a\n}\n", CheckId::OpenComment, 3);
+    expectAlone("int main()\n{\n    puts(\"a); }\n", CheckId::OpenString, 3);
+    expectAlone("int main()\n{\n    if (1) { puts(\"a\"); } else{ puts(\"b\"); }\n}\n",
+                CheckId::GluedCharacter, 3);
+}
+
 TEST(Certainty, AScriptThatIsCutWarnsIfTheRestLoads) {
     const std::string blanks(10000, ' ');
     EXPECT_FALSE(hasError(check("int main() { }" + blanks)));

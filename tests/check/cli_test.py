@@ -160,6 +160,15 @@ class CommandLine(unittest.TestCase):
         self.write("game/a.ttf", b"")
         self.assertEqual(0, self.status("game"))
 
+    def test_all_that_the_engine_needs_is_named_at_once(self):
+        script = self.write("game/levels/level1/script.txt", GOOD)
+        self.assertIn(b"error: the engine does not start without arial.ttf and "
+                      b"SysPics/select.bmp in the game's folder", self.run_check(script).stdout)
+        self.write("game/Arial.ttf", b"")
+        self.write("game/SysPics/select.bmp", b"")
+        self.assertIn(b"warning: the engine does not start without arial.ttf (it exists as "
+                      b"Arial.ttf) in", self.run_check(script).stdout)
+
     # --room ------
 
     def room(self, script):
