@@ -31,8 +31,8 @@ void composeFrame() {
 // A Wayland compositor answers no present of a window that nobody sees, and SDL waits a second for
 // it. Ticks on the main thread would stop meanwhile. Such a window is presented without waiting,
 // until it gets keys or mouse again. Nothing else tells that it is hidden.
-static bool gPresentsWait = true;
-static bool gHadFocus = false;
+static bool gPresentsWait = true;  // for the display
+static bool gHadFocus = false;     // when the last frame was drawn
 
 static bool isOnWayland() {
     const char* driver = SDL_GetCurrentVideoDriver();

@@ -29,7 +29,7 @@ kTestPackages=(
 )
 
 # What package.sh needs in addition to the first list.
-kPackagingPackages=(dpkg-dev python3)
+kPackagingPackages=(dpkg-dev file python3)
 
 # What checking the package needs, and what trying it in an empty system needs.
 kPackageCheckPackages=(lintian devscripts)

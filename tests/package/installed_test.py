@@ -141,6 +141,10 @@ class Installed(unittest.TestCase):
         for command in commands:
             self.assertRegex(page, rf"(?m)^   zelkit {command}\b")
 
+    def test_links_of_the_pages_lead_to_something(self):
+        links = Path(SOURCE) / "tests/docs/links_test.py"
+        run(sys.executable, "-B", links, self.share / "doc/zel")
+
     def completions(self, *words):
         """What bash offers for the last word."""
         script = self.share / f"bash-completion/completions/{words[0]}"
