@@ -193,14 +193,18 @@ static inline int32_t applyOperator(char operation, int32_t left, int32_t right,
 
 static Result evalOperators(int32_t value, Place* at, Precedence limit);
 
-// The same where the right operand takes calls.
-[[gnu::noinline]] static Result evalOperatorsByCalls(int32_t value, const Place* at,
-                                                     Precedence limit) {
-    Result right = evalOperand(tokenAt(at->next));
-    right = evalOperators(right.value, right.end, at->precedence);
-    value = applyOperator(at->token.punctuator, value, right.value, right.end);
-    if (at->precedence == Precedence::Relation) return {right.end, value};
-    return evalOperators(value, right.end, limit);
+// The same where a right operand takes calls. A loop, for a chain of operators nests nothing.
+[[gnu::noinline]] static Result evalOperatorsByCalls(int32_t value, Place* at, Precedence limit) {
+    Precedence precedence = at->precedence;
+    do {
+        const Result first = evalOperand(tokenAt(at->next));
+        const Result right = evalOperators(first.value, first.end, precedence);
+        value = applyOperator(at->token.punctuator, value, right.value, right.end);
+        at = right.end;
+        if (precedence == Precedence::Relation) break;
+        precedence = at->precedence;
+    } while (precedence > limit);
+    return {at, value};
 }
 
 // relation (evalRelational) -> sum [ ( "<" | "<=" | ">" | ">=" | "==" | "!=" | empty token ) sum ]

@@ -36,6 +36,7 @@ static ScriptVariable* searchCallFrame(const Symbol* name, int32_t base) {
 ScriptVariable* searchVariable(Symbol* name) {
     const int32_t depth = gCallDepth;  // once: the frame and the call that is kept agree
     ScriptVariable* local = searchCallFrame(name, gCallStack[depth]);
-    keepVariable(name, local != nullptr ? local : name->global, gCallNumbers[depth]);
-    return name->variable;
+    ScriptVariable* variable = local != nullptr ? local : name->global;
+    if (variable != nullptr) keepVariable(name, variable, gCallNumbers[depth]);
+    return variable;
 }

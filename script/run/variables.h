@@ -52,13 +52,14 @@ inline uint64_t nextCallNumber() {
     return ++gLastCallNumber;
 }
 
-// Makes `variable`, null for none, what the symbol stands for in the call with this number.
+// Makes `variable` what the symbol stands for in the call with this number. It is never null again,
+// so that two reads of it cannot differ in that while the other thread keeps another one.
 inline void keepVariable(Symbol* name, ScriptVariable* variable, uint64_t call) {
     name->variable = variable;
     name->call = call;
 }
 
-// lookUpVariable by a search of the call frame and the globals; keeps what it finds with the name.
+// lookUpVariable by a search of the call frame and the globals; keeps what it finds.
 ScriptVariable* searchVariable(Symbol* name);
 
 // Raises TooManyGlobals, at `position`, when gGlobalVars is full.
@@ -109,17 +110,14 @@ inline int32_t popCall(const Place* position) {
     return gCallStack[depth];
 }
 
+// True if the current call has found what the symbol stands for. symbol->variable is that.
+inline bool isKnown(const Symbol* symbol) {
+    return symbol->call == gCallNumbers[gCallDepth] && symbol->variable != nullptr;
+}
+
 // The look-up of a symbol: the current call's locals from the newest to the oldest, then the
 // globals; the first match counts. A callee cannot see the locals of its caller. Null if there is
 // none.
-inline bool isLookedUp(const Symbol* name) {
-    return name->call == gCallNumbers[gCallDepth];
-}
-inline ScriptVariable* lookUpVariable(Symbol* name) {
-    return isLookedUp(name) ? name->variable : searchVariable(name);
-}
-
-// True if the current call has looked the symbol up already and it is a variable.
-inline bool isKnown(const Symbol* name) {
-    return isLookedUp(name) && name->variable != nullptr;
+inline ScriptVariable* lookUpVariable(Symbol* symbol) {
+    return isKnown(symbol) ? symbol->variable : searchVariable(symbol);
 }
