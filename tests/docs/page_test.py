@@ -55,8 +55,7 @@ def run(example, setup, display=None):
             display.wait_for_window(engine)
             display.play(example.marks["input"].split(", "), engine)
         engine.wait_for(
-            lambda: len(comparable(engine.out())) >= len(comparable(example.out))
-            and example.err.strip() in engine.err()
+            lambda: prints_as_said(example, engine.out()) and example.err.strip() in engine.err()
         )
         if wanted_status(example) is None:
             time.sleep(SETTLE)
