@@ -33,8 +33,9 @@ extern uint32_t gPassMs;  // length of a pass, 1 to 250, the most that the engin
 extern int gDrawEvery;    // which passes of runLevel are drawn: every so many, or none if 0
 extern double gSpeed;     // of a level shown in a window, against real time; 0 if none shows it
 
-// What becomes of the events of the real window, between the passes of runLevel. Unless someone
-// records, the close button and Ctrl-C stop the play and all others are dropped.
+// What becomes of the events of the real window, between the passes of runLevel. Unless
+// play/recorder puts its function in, the close button and Ctrl-C stop the play and all others are
+// dropped.
 extern void (*gOnRealEvent)(const SDL_Event& event);
 
 // Starts the engine and the level of the working directory as `zel` does, with its messages on

@@ -9,7 +9,9 @@
 
 // How deep script code is. An error puts all of them back, with gNestingDepth
 // (script/errors/nesting.h), to what they were when the engine entered the interpreter, so that
-// repeated errors never exhaust the stacks. The stacks themselves are in script/run/variables.h.
+// repeated errors never exhaust the stacks. The stacks themselves are in script/run/variables,
+// which moves both tops with script/run/functions; script/run/program clears them before a load,
+// and app/window_builtins puts them back after a close.
 extern int32_t gLocalTop;   // locals and arguments of all active calls
 extern int32_t gCallDepth;  // active calls
 
@@ -22,6 +24,6 @@ bool runGuarded(void (*operation)(const void*), const void* argument);
 [[noreturn]] void leaveToRecoveryPoint();
 
 // Called with true when a thread enters the interpreter, with false when it is out again. Does
-// nothing, unless another program measures the script: it puts its function in before the engine
-// starts.
+// nothing, unless another program measures the script: play/costs puts its function in before the
+// engine starts.
 extern void (*gOnScript)(bool enters);

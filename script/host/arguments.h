@@ -22,12 +22,14 @@
 
 struct Place;
 
-// Where the next token of a call is read. Set on the way into a built-in and taken up after it;
-// what it holds at other times means nothing. Never null. Both threads use it, so a built-in that
-// waits for the other one saves it (script/run/waiting.h).
+// Where the next token of a call is read. Set on the way into a built-in by script/run/evaluator,
+// and taken up after it; what it holds at other times means nothing. Never null. Both threads use
+// it, so a built-in that waits for the other one has it put back (script/run/waiting), and one that
+// waits for the player sets it itself (script/host/console_builtins).
 extern Place* gProgramPos;
 
-// The current token: the last one that getToken read, or that ended an expression. Never null.
+// The current token: the last one that getToken read, or that ended an expression. Never null. Set
+// and put back with gProgramPos, by script/run/evaluator and script/run/waiting.
 extern Place* gToken;
 
 // Puts the cursor at the start of a program text that has just been loaded.

@@ -17,10 +17,13 @@ struct ScriptFunction {
 };
 
 extern ScriptFunction gFunctionTable[kMaxFunctions];  // in text order
-extern int32_t gFunctionCount;                        // used entries of gFunctionTable
+
+// Used entries of gFunctionTable. script/run/program sets it to 0 before a load.
+extern int32_t gFunctionCount;
 
 // The value of the last `return` executed anywhere. A call does not reset it: a function that ends
-// without `return` yields what the last one before it left.
+// without `return` yields what the last one before it left. Written by script/run/statements, and
+// put back by script/run/waiting.
 extern int32_t gReturnValue;
 
 // Raises TooManyFunctions, at its location, when the table is full.

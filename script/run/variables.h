@@ -29,7 +29,9 @@ struct ScriptVariable {
 };
 
 extern ScriptVariable gGlobalVars[kMaxGlobals];  // in declaration order; filled by the pre-scan
-extern int32_t gGlobalCount;                     // used entries of gGlobalVars
+
+// Used entries of gGlobalVars. script/run/program sets it to 0 before a load.
+extern int32_t gGlobalCount;
 
 // Locals and arguments of all active calls; gLocalTop entries are used.
 extern ScriptVariable gLocalStack[kMaxLocals];
