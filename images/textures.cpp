@@ -89,18 +89,14 @@ static bool fitsATexture(const char* path) {
     return false;
 }
 
-static SDL_Texture* loadFile(const char* path) {
-    return fitsATexture(path) ? IMG_LoadTexture(gRenderer, path) : nullptr;
-}
-
 // The version is read before the picture: a file that changes meanwhile is loaded anew next time.
-// What has failed is not kept: the file may come.
+// What has failed is not kept: the file may come. Of a pipe nothing is read but by the load.
 static SDL_Texture* loadOrShare(const std::string& path) {
     FileVersion file;
-    if (!readVersion(path.c_str(), file)) return loadFile(path.c_str());
+    if (!readVersion(path.c_str(), file)) return IMG_LoadTexture(gRenderer, path.c_str());
     SDL_Texture* texture = findShared(path, file);
     if (texture != nullptr) return texture;
-    texture = loadFile(path.c_str());
+    if (fitsATexture(path.c_str())) texture = IMG_LoadTexture(gRenderer, path.c_str());
     if (texture != nullptr) gSharedTextures[path] = {file, texture};
     return texture;
 }

@@ -55,6 +55,12 @@ static void countMissedTicks(int32_t groupKey, TimerGroup& group) {
     }
 }
 
+// Nothing is locked: the tick may take out an empty group while the main thread adds a timer to it.
+// The walk finds such a timer, at the latest when the group before it is stepped.
+static void ensureGroup(TimerPosition timer) {
+    if (timer != gTimers.end()) gTimerGroups.try_emplace(groupOf(timer->first));
+}
+
 static void wakeGroup(int32_t groupKey) {
     TimerGroup& group = gTimerGroups[groupKey];
     countMissedTicks(groupKey, group);
@@ -69,9 +75,11 @@ uint32_t counterOf(const TimerEntry& entry) {
 
 // Registry ----------------------------------------------------------------------------------------
 
+// The timer first: the tick on the other thread takes out a group that is empty.
 ScriptTimer& findOrCreateTimer(int32_t key) {
+    ScriptTimer& timer = gTimers[key];
     wakeGroup(groupOf(key));
-    return gTimers[key];
+    return timer;
 }
 
 void createTimer(bool oneShot, int32_t interval, const char* functionName) {
@@ -151,11 +159,13 @@ static bool stepGroup(int32_t groupKey, TimerGroup& group) {
         missing = fired ? 0 : std::min(missing, missingCount(stepped));
     }
     group.rest = static_cast<int32_t>((missing + kCountPerTick - 1) / kCountPerTick);
+    ensureGroup(timer);
     return true;
 }
 
 // A script function may add groups, but only this walk takes any out.
 uint32_t stepAllTimers(uint32_t interval, void*) {
+    ensureGroup(gTimers.begin());
     for (auto group = gTimerGroups.begin(); group != gTimerGroups.end();) {
         auto& [groupKey, state] = *group;
         if (state.rest > 0) {

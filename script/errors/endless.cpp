@@ -63,10 +63,10 @@ static constexpr int kLooks = 8;  // after the first one
 // Of this thread: the function that the engine has called, or null, and its calls so far. The
 // handler reads them at any moment.
 static thread_local const Symbol* volatile gCalled = nullptr;
-static thread_local volatile uint32_t gCalls = 0;
+static thread_local volatile uint64_t gCalls = 0;
 
 // Of the handler: the call it saw last, and how often in a row.
-static thread_local uint32_t gCallSeen = 0;
+static thread_local uint64_t gCallSeen = 0;
 static thread_local int gTimesSeen = 0;
 
 static volatile sig_atomic_t gHasTold = 0;

@@ -42,6 +42,10 @@ static Result evalCall(Place* at, Place* position) {
     return {tokenAt(position), value};
 }
 
+static bool isFunction(const Symbol* symbol) {
+    return symbol->builtin != nullptr || symbol->function != nullptr;
+}
+
 // The value of the variable that `at` names.
 static inline int32_t findVar(const Place* at) {
     const ScriptVariable* variable = lookUpVariable(at->symbol);
@@ -60,8 +64,7 @@ static bool isPlainCall(const Place* name) {
 // A built-in hides a function, a function hides a variable of the same name. `position` is where
 // reading goes on after the identifier.
 static Result evalName(Place* at, Place* position) {
-    const Symbol* symbol = at->symbol;
-    if (symbol->builtin != nullptr || symbol->function != nullptr) {
+    if (isFunction(at->symbol)) {
         if (isPlainCall(at)) at->operand = Operand::Call;
         return evalCall(at, position);
     }
@@ -128,7 +131,10 @@ static Result evalKeptVariable(Place* at) {
     return {at->next, findVar(at)};
 }
 
+// By default the other thread may have met the operand, and a processor may show what it found
+// before the symbol: nothing is called by a symbol that stands for nothing.
 static Result evalKeptCall(Place* at) {
+    if (!isFunction(at->symbol)) return evalUnary(at);
     return evalCall(at, at->next);
 }
 

@@ -26,7 +26,9 @@
 // tokens then. Every pointer stays inside the storage, in whatever order the processor shows one
 // thread what the other wrote: the pointers of a place are never null, and until its token is kept
 // they lead to the place itself, to the start of the text and to a symbol that stands for nothing;
-// braceEnd and parenEnd are whole when they are not null. ZEL_TICKS=main avoids it.
+// braceEnd and parenEnd are whole when they are not null. The kind of an operand may be seen before
+// its symbol: whoever follows a pointer of the symbol looks whether it is null. ZEL_TICKS=main
+// avoids it.
 #pragma once
 
 #include <cstdint>

@@ -169,6 +169,20 @@ TEST_F(HandOver, ExitGameThatWaitsForATimerFunctionGoesOnWhereItWas) {
     EXPECT_TRUE(gEngineClosed);
 }
 
+// A processor may show one thread what the other found at a place before what it read there.
+TEST_F(HandOver, CallThatIsSeenBeforeItsSymbolIsAnError) {
+    runLevel("int f() { print(7); } int call() { f(); } int main() { call(); }");
+    ASSERT_EQ("7", outputOfCall("call"));
+    int calls = 0;
+    for (Place* place = gPlaces; textAt(place) < gProgramEnd; place++) {
+        if (place->operand != Operand::Call || place->symbol != findSymbol("f")) continue;
+        place->symbol = &gNoSymbol;
+        calls++;
+    }
+    EXPECT_EQ(1, calls);
+    EXPECT_EQ(0u, outputOfCall("call").find("\nNone variable in line 0\n"));
+}
+
 // SDL's event queue is full ---------------------------------------------------------------------
 
 static void fillTheQueue() {

@@ -1,7 +1,9 @@
 // One texture for each picture file, however often it is loaded.
 #include "images/textures.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 
 #include "images/images.h"
@@ -136,6 +138,23 @@ TEST_F(Textures, PictureThatBecameUnreadableFailsToLoad) {
     testing::internal::CaptureStdout();
     EXPECT_EQ(nullptr, loadAgain());
     EXPECT_NE("", testing::internal::GetCapturedStdout());
+}
+
+// What is read from a pipe is gone: the load must find all of it.
+TEST_F(Textures, NothingIsReadFromAPipeBeforeItIsLoaded) {
+    ASSERT_EQ(0, mkfifo(kPicture, 0600));
+    const int pipe = open(kPicture, O_RDWR | O_CLOEXEC);
+    const std::string header = "BM" + std::string(16, '\0') + std::string(8, '\x7F');
+    ASSERT_EQ(26, write(pipe, header.data(), header.size()));
+    int atTheLoad = -1;
+    recordCalls();
+    gOnCall = [&](const std::string& call) {
+        if (call.find("IMG_LoadTexture") == 0) ioctl(pipe, FIONREAD, &atTheLoad);
+    };
+    runStatements("loadimage(\"a.bmp\");");
+    gOnCall = nullptr;
+    close(pipe);
+    EXPECT_EQ(26, atTheLoad);
 }
 
 TEST_F(Textures, CloseDestroysEachTextureOnce) {

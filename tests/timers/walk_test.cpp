@@ -193,3 +193,24 @@ TEST(TimerWalk, WaitingTimersFireAtTheirTicks) {
         if (HasFatalFailure()) return;
     }
 }
+
+// What the main thread leaves that adds a timer while the tick takes out its empty group.
+static void addBesideTheTick(int32_t key) {
+    ScriptTimer timer;
+    timer.functionName = "tell";
+    timer.interval = 50;
+    timer.paused = timer.oneShot = false;
+    gTimers.emplace(key, timer);
+}
+
+static bool fires(const std::string& printed, int32_t key) {
+    return printed.find(std::to_string(gTimers.at(key).id) + "\n") != std::string::npos;
+}
+
+TEST(TimerWalk, NoTimerIsLostThatWasAddedBesideTheTick) {
+    ASSERT_TRUE(loadLevel(kScript));
+    for (const int32_t key : {1000, 5000, -3000, 3000}) {
+        addBesideTheTick(key);
+        EXPECT_TRUE(fires(tick(200), key)) << key;
+    }
+}
