@@ -151,8 +151,8 @@ static inline Result evalOperand(Place* at) {
     return kOperands[static_cast<size_t>(at->operand)](at);
 }
 
-// True for a number, and for a variable that the current call has looked up before: their values
-// are had without a call.
+// True if the value is at hand: that of a number, or of a variable that the current call has looked
+// up before.
 static inline bool isSimple(const Place* at) {
     return at->operand == Operand::Number ||
            (at->operand == Operand::Variable && isKnown(at->symbol));
@@ -199,7 +199,9 @@ static inline int32_t applyOperator(char operation, int32_t left, int32_t right,
 
 static Result evalOperators(int32_t value, Place* at, Precedence limit);
 
-// The same where a right operand takes calls. A loop, for a chain of operators nests nothing.
+// The same where a right operand is more than a known value. A loop and no recursion: a chain of
+// operators is no nesting, so nothing bounds it. Out of line, like the other ways that take calls:
+// the way without calls then has no registers to save.
 [[gnu::noinline]] static Result evalOperatorsByCalls(int32_t value, Place* at, Precedence limit) {
     Precedence precedence = at->precedence;
     do {

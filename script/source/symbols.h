@@ -20,7 +20,7 @@ struct Symbol {
     const BuiltinFunction* builtin = nullptr;  // the engine's function of this name
     Place* function = nullptr;                 // location of the first user function of this name
     ScriptVariable* global = nullptr;          // the first global variable of this name
-    ScriptVariable* variable = nullptr;        // what it stood for when it was last looked up,
+    ScriptVariable* variable = nullptr;        // what it stood for when it was last found,
     uint64_t call = 0;                         // and in which call (script/run/variables.h)
 };
 
