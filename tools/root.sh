@@ -49,13 +49,16 @@ inRoot() {
     ' sh "$folder" "$@"
 }
 
-# asUser NAME FOLDER COMMAND...: the same as a user without rights, whom useradd has made there, in
-# their home folder.
+# asUser NUMBER FOLDER COMMAND...: the same as a user without rights, in a home folder of their own.
 asUser() {
-    local name="$1" folder="$2"
+    local number="$1" folder="$2" home="/home/user$1"
     shift 2
+    if [[ ! -d "$folder$home" ]]; then
+        mkdir -p "$folder$home"
+        chown "$number:$number" "$folder$home"
+    fi
     # shellcheck disable=SC2016
-    inRoot "$folder" setpriv --reuid="$name" --regid="$name" --init-groups env HOME="/home/$name" \
+    inRoot "$folder" setpriv --reuid="$number" --regid="$number" --clear-groups env HOME="$home" \
         sh -c 'cd && exec "$@"' sh "$@"
 }
 

@@ -57,7 +57,7 @@ removePackage() {
 # Using --------------------------------------------------------------------------------------------
 
 maker() {
-    asUser maker "$gRoot" "$@"
+    asUser 1000 "$gRoot" "$@"
 }
 
 madeGame() {
@@ -138,17 +138,15 @@ playFromMenu() {
 # Two users play the same game.
 playTogether() {
     local first
-    begin asUser maker "$gRoot" zelkit play peons
+    begin asUser 1000 "$gRoot" zelkit play peons
     first=$gGame
-    begin asUser guest "$gRoot" zelkit play peons
+    begin asUser 1001 "$gRoot" zelkit play peons
     until_ hasWindows 2
     end "$first" "$gGame"
 }
 
 checkPackage() {
     local before after
-    inRoot "$gRoot" useradd --create-home maker
-    inRoot "$gRoot" useradd --create-home guest
     installDependencies
     before="$(listFiles)"
     installPackage
