@@ -77,7 +77,7 @@ void raiseDivisionFault() {
     leaveLevel(LevelEnd::Divided);
 }
 
-void waitForEver(const char* reason, const Place* position) {
+void waitEndlessly(const char* reason, const Place* position) {
     gStuckReason = scriptPlace(position) + ": " + reason;
     leaveLevel(LevelEnd::Stuck);
 }

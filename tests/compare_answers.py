@@ -32,7 +32,7 @@ SANITIZER_SIGNS = (b"Sanitizer", b"runtime error:")
 
 
 class Expectation:
-    """What stands in the files beside a script."""
+    """What the files beside a script hold."""
 
     def __init__(self, script):
         self.stem = os.path.splitext(script)[0]

@@ -76,7 +76,7 @@ struct Place {
     int32_t number = 0;  // value of a number
     Place* next = this;  // after the token; with a fault, at the fault
     Place* back = this;  // where putting the token back leads
-    Symbol* symbol = &gNoSymbol;  // of an identifier, and of what a declaration took for a name
+    Symbol* symbol = &gNoSymbol;  // of an identifier, and of what a declaration uses as a name
     Place* braceEnd = nullptr;    // the "}" that ends a walk over "{" and "}" from here
     Place* parenEnd = nullptr;    // the ")" that ends a walk over "(" and ")" from here
 };

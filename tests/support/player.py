@@ -273,7 +273,7 @@ class Player:
     # Eyes -------------------------------------------------------------------------------------
 
     def title(self):
-        """What stands in the window's title bar."""
+        """The text of the window's title bar."""
         return self.xdotool("getwindowname", self.window).strip()
 
     def picture(self):
