@@ -2,7 +2,7 @@
 //
 // The clock moves only with the passes: each moves it on and then is a pass of the main loop.
 // Everything is on one thread. A script that would end the process leaves by longjmp to the pass
-// (or the start) it ran in, so no frame between may hold an object with a destructor.
+// (or the start) it ran in, so no stack frame between may hold an object with a destructor.
 #pragma once
 
 #include <SDL.h>

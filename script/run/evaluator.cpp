@@ -146,7 +146,7 @@ static inline Result evalOperand(Place* at) {
 }
 
 // True for a number, and for a variable that the current call has looked up before: their values
-// are had without a call.
+// need no call.
 static inline bool isSimple(const Place* at) {
     return at->operand == Operand::Number ||
            (at->operand == Operand::Variable && isKnown(at->symbol));

@@ -1,4 +1,4 @@
-// Symbols: every distinct word of the script once, with what it stands for.
+// Symbols: every distinct word of the script once, with what it names.
 //
 // Two tokens with the same text have the same Symbol, so symbols are compared by address and what
 // one means is found without a search. Symbols live until the next program text is loaded.
@@ -20,7 +20,7 @@ struct Symbol {
     const BuiltinFunction* builtin = nullptr;  // the engine's function of this name
     Place* function = nullptr;                 // location of the first user function of this name
     ScriptVariable* global = nullptr;          // the first global variable of this name
-    ScriptVariable* variable = nullptr;        // what it stood for when it was last looked up,
+    ScriptVariable* variable = nullptr;        // what it named when it was last looked up,
     uint64_t call = 0;                         // and in which call (script/run/variables.h)
 };
 

@@ -17,15 +17,15 @@
 //     symbol  that of "x"
 //     number                                          5
 //
-// There is no token list and no reading position in here. Who reads holds the place it has come to
-// as a value: tokenAt(position) of script/errors/token_reader.h is the token there,
+// There is no token list and no reading position in here. A reader keeps its place as a value:
+// tokenAt(position) of script/errors/token_reader.h is the token there,
 // tokenAt(token->next) the one after it, and token->back is where reading goes on when a token is
 // put back.
 //
 // By default two threads run script code in this one state, unlocked: they may read each other's
 // tokens then. Every pointer stays inside the storage, in whatever order the processor shows one
 // thread what the other wrote: the pointers of a place are never null, and until its token is kept
-// they lead to the place itself, to the start of the text and to a symbol that stands for nothing;
+// they lead to the place itself, to the start of the text and to a symbol without a meaning;
 // braceEnd and parenEnd are whole when they are not null. ZEL_TICKS=main avoids it.
 #pragma once
 

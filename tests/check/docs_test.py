@@ -1,5 +1,5 @@
-"""Every id of the checker has its place in docs/checker.md, with a wrong script and a right one side
-by side; the checker and the engine answer them as the text says.
+"""Every id of the checker has its place in docs/checker.md, with a wrong and a right script side by
+side; the checker and the engine answer them as the text says.
 
     docs_test.py ZELCHECK SCRIPT_RUNNER DOCS/CHECKER.MD
 
