@@ -8,7 +8,7 @@
 #include "app/ticks.h"
 #include "script/run/program.h"
 
-// Starts the engine and plays the level, as far as the steps succeed. The caller shuts down.
+// Starts the engine and plays the level; ends at the first step that fails. The caller shuts down.
 static void play() {
     if (!initEngine()) {
         std::fputs("\nFailed to initialize!", stdout);

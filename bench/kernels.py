@@ -1,6 +1,6 @@
 """The script-level suite: small programs through the real executable and through python3.
 
-Each program stands twice in scripts/, for the engine and for Python, with @N@ for the amount of
+Each program is in scripts/ twice, for the engine and for Python, with @N@ for the amount of
 work. Start-up, measured with no work at all, is subtracted on both sides.
 """
 
@@ -42,7 +42,7 @@ def run_python(kernel, work, folder):
 
 
 def compare(kernel, work, folder, programs, rounds):
-    """Returns the seconds of processor time that each program takes for the work alone."""
+    """Returns the seconds of processor time that the work alone takes in each program."""
     runs = {}
     for name, start in programs.items():
         for amount in (work, 0):

@@ -3,9 +3,9 @@
 Both programs end at once after that frame: bench/first_frame.cpp is the engine's own start and one
 pass of its main loop. Whatever one of them says is a failure.
 
-The engine copies its selection-frame picture to the renderer when it loads it. The first copy of
-any texture makes the OpenGL driver prepare its shaders; the second reference, a bare program that
-draws one picture, shows what of the difference that is.
+The engine copies the picture of the selection box to the renderer when it loads it. The first copy
+of any texture makes the OpenGL driver prepare its shaders; the second reference, a bare program
+that draws one picture, shows what of the difference that is.
 """
 
 import measure

@@ -111,7 +111,7 @@ private:
         if (isBare) heads_.push_back({body.start, indentOf(token_.start)});
     }
 
-    // Behind the parentheses that begin at the position; the end of the text if they do not match.
+    // After the parentheses that begin at the position; the end of the text if they do not match.
     size_t afterParentheses(size_t position) const {
         int depth = 0;
         for (;;) {

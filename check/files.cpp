@@ -78,14 +78,14 @@ static void checkGame(const fs::path& script, const fs::path& game, Findings& fi
                      Severity::Error);
     }
     const std::string font = missingFile(game, kFirstFont);
-    const std::string frame = missingFile(game, kSelectionPicture);
-    if (font.empty() && frame.empty()) return;
-    const bool both = !font.empty() && !frame.empty();
+    const std::string box = missingFile(game, kSelectionPicture);
+    if (font.empty() && box.empty()) return;
+    const bool both = !font.empty() && !box.empty();
     // A game without a font is lent one by zelkit.
     findings.add(CheckId::MissingFile, 0,
-                 "the engine does not start without " + font + (both ? " and " : "") + frame +
+                 "the engine does not start without " + font + (both ? " and " : "") + box +
                      " in the game's folder",
-                 frame.empty() ? Severity::Warning : Severity::Error);
+                 box.empty() ? Severity::Warning : Severity::Error);
 }
 
 void checkFiles(const std::string& scriptPath, const std::vector<FileUse>& files,

@@ -161,7 +161,7 @@ private:
         inFunction_ = true;
     }
 
-    // The names in the parameter list, as far as it can be read.
+    // The names in the parameter list, up to the first that cannot be read.
     void readParameters(CheckedFunction& function) {
         Lexeme token = program_.scanner.read(function.location);
         while (token.isType()) {

@@ -408,7 +408,7 @@ static bool beginsStatement(const Lexeme& token) {
     return token.kind == TokenKind::Keyword || token.kind == TokenKind::Block;
 }
 
-void Reader::resumeBehindStatement(const Problem& problem, size_t start) {
+void Reader::resumeAfterStatement(const Problem& problem, size_t start) {
     const bool atNext = problem.id == CheckId::MissingSemicolon || beginsStatement(token_);
     if (atNext && token_.start > start) {
         position_ = token_.start;
@@ -425,8 +425,8 @@ void Reader::resumeBehindStatement(const Problem& problem, size_t start) {
     position_ = token.next;
 }
 
-// Behind the parentheses that follow a keyword, or the keyword alone.
-void Reader::resumeBehindHead(size_t start) {
+// After the parentheses that follow a keyword, or after the keyword alone.
+void Reader::resumeAfterHead(size_t start) {
     Lexeme token = scanner_.readReal(scanner_.read(start).next);
     position_ = token.start;
     int depth = 0;

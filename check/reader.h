@@ -85,8 +85,8 @@ protected:
 
     // Go on after a problem: after the statement that begins at `start`; after the parentheses
     // that follow the keyword there.
-    void resumeBehindStatement(const Problem& problem, size_t start);
-    void resumeBehindHead(size_t start);
+    void resumeAfterStatement(const Problem& problem, size_t start);
+    void resumeAfterHead(size_t start);
 
     // Words for what is at the current token.
     std::string shownToken() const;
@@ -129,5 +129,5 @@ private:
     [[noreturn]] void failGap(const Lexeme& gap) const;
     [[noreturn]] void failArguments(const BuiltinSignature& builtin) const;
 
-    Lexeme gap_;  // the last empty token that was taken for an operator
+    Lexeme gap_;  // the last empty token that was read as an operator
 };

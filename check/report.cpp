@@ -62,11 +62,11 @@ static size_t widthOf(const std::string& shownText) {
 // The source line and the caret. Of a long line the part around the place is shown.
 static std::string excerpt(const Source& source, size_t position, ReportForm form) {
     constexpr size_t kBefore = 70;
-    constexpr size_t kBehind = 40;
+    constexpr size_t kAfter = 40;
     const std::string_view line = source.lineAt(position);
     const size_t column = std::min(source.placeOf(position).column - 1, line.size());
     const size_t from = column > kBefore ? column - kBefore : 0;
-    const size_t to = std::min(line.size(), column + kBehind);
+    const size_t to = std::min(line.size(), column + kAfter);
 
     std::string before = (from > 0 ? "..." : "") + shown(line.substr(from, column - from));
     // Tabs before the caret would be a row of escapes.

@@ -63,8 +63,8 @@ std::string Survey::suggestionFor(std::string_view name) {
     return didYouMean(nearest);
 }
 
-// An unknown name is reported once in a function and then taken for a variable, so that what
-// comes after it is looked at too.
+// An unknown name is reported once in a function and then counts as a variable, so that the
+// text after it is checked too.
 bool Survey::isVariable(const Lexeme& name) {
     if (useVariable(name.text)) return true;
     if (findBuiltinSignature(name.text) != nullptr) return false;

@@ -23,7 +23,7 @@ Value Survey::readHead() {
     } catch (const Problem& problem) {
         depth_ = depth;
         report(problem, start);
-        resumeBehindHead(start);
+        resumeAfterHead(start);
         useNames(start, position_);
         return {};
     }
@@ -62,7 +62,7 @@ void Survey::readStatement(Context context) {
     } catch (const Problem& problem) {
         depth_ = depth;
         report(problem, start);
-        resumeBehindStatement(problem, start);
+        resumeAfterStatement(problem, start);
         useNames(start, position_);
     }
 }
@@ -150,7 +150,7 @@ void Survey::readIf(Context context) {
     readHead();
     const size_t textBefore = lastText_;
     readBody(context, CheckId::UnbracedBody);
-    const size_t textBehind = lastText_;
+    const size_t textAfter = lastText_;
     lastText_ = textBefore;
     const Lexeme next = scanner_.read(position_);
     const Lexeme real = scanner_.readReal(position_);
@@ -163,8 +163,8 @@ void Survey::readIf(Context context) {
         position_ = real.next;
         readElse(context);
     }
-    // A text counts as the last one only if it is that on both ways.
-    if (textBehind == kNowhere) lastText_ = kNowhere;
+    // A text counts as the last one only if it is that on both paths.
+    if (textAfter == kNowhere) lastText_ = kNowhere;
 }
 
 // The current token is the else.
@@ -278,7 +278,7 @@ void Survey::readFor(Context context) {
     } catch (const Problem& problem) {
         depth_ = depth;
         report(problem, start);
-        resumeBehindHead(start);
+        resumeAfterHead(start);
         useNames(start, position_);
     }
     readLoopBody(context, start, test);

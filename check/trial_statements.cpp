@@ -166,7 +166,7 @@ void Trial::runSimple() {
             throw GivenUp();
         }
         depth_ = depth;
-        resumeBehindStatement(problem, start);
+        resumeAfterStatement(problem, start);
         forgetFrom(start);
     }
 }

@@ -90,7 +90,7 @@ def find_game(word):
 
 
 def _what_is_missing(folder):
-    """Follows the way to the script as far as it goes; letter case counts."""
+    """Names the first part of the path to the script that does not exist; letter case counts."""
     for part in Path(SCRIPT).parts:
         if not (folder / part).exists():
             names = sorted(entry.name for entry in folder.iterdir())

@@ -61,7 +61,7 @@ class Source:
     @cache
     def find_error(self, line, context):
         """The position that the engine reports with this number of carriage returns up to it and
-        with these bytes before it; None if there is none. White space after a token is taken for
+        with these bytes before it; None if there is none. White space after a token counts as
         the token's last character."""
         text = self.bytes + b"\0"
         returns = 0

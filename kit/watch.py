@@ -9,7 +9,7 @@ from companions import Complaint
 from game import say
 from window import Window
 
-# Editors save in several steps, some by a rename, and pictures are long in the writing: a change
+# Editors save in several steps, some by a rename, and writing a picture takes time: a change
 # counts when nothing has changed for so long.
 QUIET_SECONDS = 0.1
 

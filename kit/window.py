@@ -37,7 +37,7 @@ class Window:
 
     def __init__(self):
         self.x, self.display = connect()
-        self.place = None    # x, y of the frame's corner, as the last game left it
+        self.place = None    # x, y of the decoration's corner, as the last game left it
         self.process = None  # whose window is looked for
         self.end = 0         # until when
         self.moved = None    # the last window that was moved: each is moved once only
@@ -46,7 +46,7 @@ class Window:
         """Notes where the window of this process is."""
         window = self.find(process)
         if window:
-            self.place = self.frame_corner(window)
+            self.place = self.outer_corner(window)
 
     def enter(self, process):
         """The window of this process is to be put where the last one was."""
@@ -75,8 +75,8 @@ class Window:
         return next((window for window in windows
                      if self.numbers(window, b"_NET_WM_PID") == [process]), None)
 
-    def frame_corner(self, window):
-        """Where the frame around a window begins."""
+    def outer_corner(self, window):
+        """Where the decoration around a window begins."""
         x, y, child = ctypes.c_int(), ctypes.c_int(), ctypes.c_ulong()
         root = ctypes.c_ulong(self.x.XDefaultRootWindow(self.display))
         self.x.XTranslateCoordinates(self.display, ctypes.c_ulong(window), root, 0, 0,

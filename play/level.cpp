@@ -77,7 +77,7 @@ void raiseDivisionFault() {
     leaveLevel(LevelEnd::Divided);
 }
 
-void waitForEver(const char* reason, const Place* position) {
+void waitEndlessly(const char* reason, const Place* position) {
     gStuckReason = scriptPlace(position) + ": " + reason;
     leaveLevel(LevelEnd::Stuck);
 }
@@ -141,7 +141,7 @@ void runLevelPass(uint32_t ms, bool draws) {
 }
 
 // Real milliseconds that a shown level is ahead; negative if it is late. Counted from the first
-// call on; after a long stop the level goes on from where it stood.
+// call on; after a long stop the level goes on from where it was.
 static double aheadMs() {
     constexpr double kMostLateMs = 250;
     static double startMs = static_cast<double>(SDL_GetTicks64());

@@ -1,8 +1,8 @@
 // The level under the play: its start, its passes, its end, on a clock of its own.
 //
-// The clock stands still but for the passes: each moves it on, then is a pass of the main loop.
+// The clock moves only with the passes: each moves it on and then is a pass of the main loop.
 // Everything is on one thread. A script that would end the process leaves by longjmp to the pass
-// (or the start) it ran in, so no frame between may hold an object with a destructor.
+// (or the start) it ran in, so no stack frame between may hold an object with a destructor.
 #pragma once
 
 #include <SDL.h>

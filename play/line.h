@@ -25,7 +25,7 @@ struct Fault {
 // The words of a line, and its end as the last one.
 std::vector<Word> splitLine(const std::string& line, Fault& fault);
 
-// What the words of a line stand for, in their order.
+// What the words of a line mean, in their order.
 struct Arguments {
     std::vector<int64_t> numbers;    // also colours 0xRRGGBB, scancodes, the indices of choices
     std::vector<std::string> texts;  // also files

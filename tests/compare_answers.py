@@ -3,7 +3,7 @@
 
     compare_answers.py ZEL SCRIPT.txt
 
-Beside SCRIPT.txt stand the answers:
+The answers are beside SCRIPT.txt:
     .out     the exact bytes of standard output
     .regex   in place of .out: a pattern that the whole output matches
     .status  the exit status, 0 if there is no such file; -8 is death by signal 8
@@ -32,7 +32,7 @@ SANITIZER_SIGNS = (b"Sanitizer", b"runtime error:")
 
 
 class Expectation:
-    """What stands in the files beside a script."""
+    """What the files beside a script hold."""
 
     def __init__(self, script):
         self.stem = os.path.splitext(script)[0]

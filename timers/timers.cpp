@@ -21,13 +21,13 @@ ScriptTimer::ScriptTimer() : id(gNextTimerId) {
 // Groups ------------------------------------------------------------------------------------------
 //
 // Most timers of most ticks only wait. So the timers with neighbouring keys are a group, and a
-// group in which none is due for some ticks sits them out: its counters are brought up to date when
+// group in which none is due for some ticks skips them: its counters are brought up to date when
 // it is walked again, or when anybody asks for one of its timers. That ends the rest too, for the
 // timer may be changed.
 
 struct TimerGroup {
-    int32_t rest = 0;     // ticks that it still sits out
-    uint32_t missed = 0;  // ticks that it has sat out and that are not in its counters yet
+    int32_t rest = 0;     // ticks that it still skips
+    uint32_t missed = 0;  // ticks that it has skipped and that are not in its counters yet
 };
 
 // By the lowest key that a timer of the group can have. Taken out by the tick when it is empty.

@@ -16,7 +16,7 @@ struct ScriptTimer {
     uint32_t counter = 0;      // tenths of a tick since the last firing; see counterOf
     uint32_t interval = 0;     // fires on a tick that finds counter >= interval
     bool paused = true;        // the tick leaves it alone
-    bool oneShot = true;       // paused and removed right after its first firing
+    bool oneShot = true;       // removed after its first firing, when its function has ended
     int32_t id;
 
     // Takes an identifier: the only thing that ever does. Copies keep theirs.
@@ -25,7 +25,8 @@ struct ScriptTimer {
 
 // A live timer and the key it is found under. Key and `id` are equal for a timer that createTimer
 // made in the ordinary way, but a record made by looking up an unknown key has an id of its own.
-// The key rules the order of the walk; the id is what scripts are told and what a one-shot removes.
+// The key rules the order of the walk. The id is what scripts are told and what a one-shot removes
+// after its function has run: the timer under that key, which may be another one.
 using TimerEntry = std::pair<const int32_t, ScriptTimer>;
 using TimerPosition = std::map<int32_t, ScriptTimer>::iterator;
 

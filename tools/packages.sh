@@ -43,7 +43,7 @@ isInstalled() {
         [[ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>&1)" == installed ]]
 }
 
-# Runs apt-get as root. Sets DEBIAN_FRONTEND behind sudo, which would drop it.
+# Runs apt-get as root. Sets DEBIAN_FRONTEND after sudo, which would drop it.
 aptGet() {
     local asRoot=()
     if ((EUID != 0)); then asRoot=(sudo); fi

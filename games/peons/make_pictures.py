@@ -330,7 +330,7 @@ def warning(from_right):
 
 
 def frame():
-    """The selection frame. It is stretched to whatever the player drags, so it is drawn soft: a
+    """The selection box. It is stretched to whatever the player drags, so it is drawn soft: a
     bright rim that fades into a clear middle looks right at any size, a sharp line would not."""
     side = 48
     picture = blank(side, side)

@@ -1,4 +1,4 @@
-// Calls into the script that do not come to an end: the maker is told where the script is.
+// Calls into the script that never end: the maker is told where the script is.
 //
 // When one call from the engine into the script has used two seconds of processor time, one line on
 // standard error, once a run, says so:
@@ -9,7 +9,7 @@
 //
 // Each thread that runs script code gets a signal for every quarter second of processor time that
 // it uses. The handler counts the signals that one call has lasted. It cannot know where the script
-// is: the functions that run it hand that on as arguments. So it forgets the tokens that are kept
+// is, as the functions that run it keep that in their arguments. So it forgets the kept tokens
 // (script/source/tokens.h), and the next one that the thread reads is the answer. Until then
 // reading costs what it always does.
 #pragma once
@@ -21,8 +21,8 @@ struct Symbol;
 
 // Calls ---------------------------------------------------------------------------------------
 
-// The engine calls `function`, which the symbol names, on this thread; the call has come to its
-// end, or to an error. Calls in each other do not happen; of such, the inner one would count.
+// The engine calls `function`, which the symbol names, on this thread; the call has
+// ended, or an error ended it. The engine makes no call within a call; the inner one would count.
 void beginCall(const Symbol* function);
 void endCall();
 

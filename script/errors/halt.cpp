@@ -25,11 +25,11 @@ void raiseDivisionFault() {
     std::abort();  // reached only if the signal is blocked or ignored
 }
 
-void waitForEver(const char* reason, const Place* position) {
+void waitEndlessly(const char* reason, const Place* position) {
     const TextPlace place = textPlaceOf(textAt(position));
     std::fflush(stdout);
     std::fprintf(stderr,
-                 "%s:%zu:%zu: %s; the engine now waits for ever, stop it with Ctrl-C twice\n",
+                 "%s:%zu:%zu: %s; the engine now waits endlessly, stop it with Ctrl-C twice\n",
                  gProgramPath, place.line, place.column, reason);
     for (;;)
         pause();

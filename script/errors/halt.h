@@ -20,4 +20,4 @@ struct Place;
 // Tells standard error where and why the interpreter will never go on - `reason` is a sentence
 // about the character at `position` - and waits endlessly without using the processor. Two
 // interrupts (Ctrl-C) end the process: the first one only asks the event loop to quit.
-[[noreturn]] void waitForEver(const char* reason, const Place* position);
+[[noreturn]] void waitEndlessly(const char* reason, const Place* position);

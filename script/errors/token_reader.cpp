@@ -49,7 +49,7 @@ Place* walkToBalance(Place* position, char open, char close) {
         if (holds(at, close) && --depth == 0) break;
         waitIfStuck(at);
         if (at->token.keyword == KeywordCode::Finished) {
-            waitForEver(unbalancedReason(open), at->next);
+            waitEndlessly(unbalancedReason(open), at->next);
         }
     }
     (open == '{' ? position->braceEnd : position->parenEnd) = at;
@@ -71,5 +71,5 @@ void waitAtCharacter(const Place* at) {
         std::snprintf(reason, sizeof reason,
                       "the byte 0x%02X starts nothing in the language: remove it", c);
     }
-    waitForEver(reason, at->next);
+    waitEndlessly(reason, at->next);
 }

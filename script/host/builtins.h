@@ -16,9 +16,9 @@ struct BuiltinFunction {
 // Ended by an entry with an empty name.
 extern const BuiltinFunction gBuiltins[];
 
-// The index of the built-in with exactly this name, or -1. The evaluator has it from the symbol;
-// this is kept on purpose, for whoever has only the name.
+// The index of the built-in with exactly this name, or -1. Kept on purpose: the evaluator
+// gets it from the symbol.
 int32_t findBuiltin(std::string_view name);
 
-// Makes the symbols of the built-ins stand for them, for a program text that has just been set.
+// Gives each symbol of a built-in its row, for a program text that has just been set.
 void declareBuiltins();

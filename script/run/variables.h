@@ -54,8 +54,8 @@ inline uint64_t nextCallNumber() {
     return ++gLastCallNumber;
 }
 
-// Makes `variable` what the symbol stands for in the call with this number. It is never null again,
-// so that two reads of it cannot differ in that while the other thread keeps another one.
+// Caches the variable that the symbol names in the call with this number. The cache is never null
+// again, so two reads of it cannot differ in that while the other thread caches another one.
 inline void keepVariable(Symbol* name, ScriptVariable* variable, uint64_t call) {
     name->variable = variable;
     name->call = call;
@@ -112,7 +112,7 @@ inline int32_t popCall(const Place* position) {
     return gCallStack[depth];
 }
 
-// True if the current call has found what the symbol stands for. symbol->variable is that.
+// True if the current call has looked the symbol up. symbol->variable is that.
 inline bool isKnown(const Symbol* symbol) {
     return symbol->call == gCallNumbers[gCallDepth] && symbol->variable != nullptr;
 }

@@ -40,7 +40,7 @@ static const char* skipBlanks(const char* p) {
     return p;
 }
 
-// Blanks, at most one line end, blanks. What follows a carriage return is taken for its line feed.
+// Blanks, at most one line end, blanks. What follows a carriage return counts as its line feed.
 static const char* skipWhiteSpace(const char* p) {
     p = skipBlanks(p);
     if (byteAt(p) != '\r') return p;

@@ -1,4 +1,4 @@
-// Symbols: every distinct word of the script once, with what it stands for.
+// Symbols: every distinct word of the script once, with what it names.
 //
 // Two tokens with the same text have the same Symbol, so symbols are compared by address and what
 // one means is found without a search. Symbols live until the next program text is loaded.

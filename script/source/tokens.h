@@ -17,15 +17,15 @@
 //     symbol  that of "x"
 //     number                                          5
 //
-// There is no token list and no reading position in here. Who reads holds the place it has come to
-// as a value: tokenAt(position) of script/errors/token_reader.h is the token there,
+// There is no token list and no reading position in here. A reader keeps its place as a value:
+// tokenAt(position) of script/errors/token_reader.h is the token there,
 // tokenAt(token->next) the one after it, and token->back is where reading goes on when a token is
 // put back.
 //
 // By default two threads run script code in this one state, unlocked: they may read each other's
 // tokens then. Every pointer stays inside the storage, in whatever order the processor shows one
 // thread what the other wrote: the pointers of a place are never null, and until its token is kept
-// they lead to the place itself, to the start of the text and to a symbol that stands for nothing;
+// they lead to the place itself, to the start of the text and to a symbol without a meaning;
 // braceEnd and parenEnd are whole when they are not null. The kind of an operand may be seen before
 // its symbol: whoever follows a pointer of the symbol looks whether it is null. ZEL_TICKS=main
 // avoids it.
@@ -78,7 +78,7 @@ struct Place {
     int32_t number = 0;  // value of a number
     Place* next = this;  // after the token; with a fault, at the fault
     Place* back = this;  // where putting the token back leads
-    Symbol* symbol = &gNoSymbol;  // of an identifier, and of what a declaration took for a name
+    Symbol* symbol = &gNoSymbol;  // of an identifier, and of what a declaration uses as a name
     Place* braceEnd = nullptr;    // the "}" that ends a walk over "{" and "}" from here
     Place* parenEnd = nullptr;    // the ")" that ends a walk over "(" and ")" from here
 };

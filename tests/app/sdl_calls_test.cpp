@@ -80,7 +80,7 @@ static const char kTitledLevel[] = "int main() { changewindowname(\"a\"); }\r\n"
 static const Calls kTitle = {"SDL_SetWindowTitle(Zel - a)"};
 static const Calls kKeys = {"SDL_GetKeyboardState()"};
 
-TEST_F(CallsOfAStart, WholeRunStartsTheTicksBehindMainAndBeforeTheLoop) {
+TEST_F(CallsOfAStart, WholeRunStartsTheTicksAfterMainAndBeforeTheLoop) {
     writeFile("levels/level1/script.txt", kTitledLevel);
     gInput.pollEvent = pollQuitOnce;
     recordCalls();

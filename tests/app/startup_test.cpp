@@ -66,7 +66,7 @@ TEST_F(StartUp, RefusedHintEndsItBeforeTheWindow) {
     closeEngine();
 }
 
-TEST_F(StartUp, RendererThatCannotBeMadeEndsItBehindTheWindow) {
+TEST_F(StartUp, RendererThatCannotBeMadeEndsItAfterTheWindow) {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
     const std::string output = outputOf([] { EXPECT_FALSE(initEngine()); });
     EXPECT_EQ(0u, output.find("\nRender is not loaded! SDL_Error: ")) << output;

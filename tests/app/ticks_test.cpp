@@ -57,7 +57,7 @@ TEST(Schedule, WithoutTheSettingNothingRuns) {
     EXPECT_EQ(0u, ticksUpTo(5000));
 }
 
-TEST(Schedule, UnitTickComesEveryTenMillisecondsBehindTheTimerTick) {
+TEST(Schedule, UnitTickComesEveryTenMillisecondsAfterTheTimerTick) {
     loadUnitTypes();
     runLevel(
         "int tick() { print(getunitx(0)); }"

@@ -101,7 +101,7 @@ TEST(BuiltinList, HasTheEnginesTableInItsOrder) {
     EXPECT_TRUE(gBuiltinSignatures[i].name.empty());
 }
 
-// A call with that many of the arguments that the list promises, or numbers behind them.
+// A call with that many of the arguments that the list promises, and with numbers after them.
 static std::string callWith(const BuiltinSignature& builtin, size_t count) {
     std::string arguments;
     for (size_t i = 0; i < count; i++) {
@@ -213,7 +213,7 @@ TEST(Certainty, OnlyWarnsOfWhatItMayNotReach) {
     }
 }
 
-TEST(Certainty, GoesOnBehindBranchesThatOnlyChangeVariables) {
+TEST(Certainty, GoesOnAfterBranchesThatOnlyChangeVariables) {
     EXPECT_TRUE(
         hasError(check("int main() { int i; if (getche()) { i = 1; } else { i = 2; } x = i; }")));
     EXPECT_FALSE(hasError(check("int main() { int i; if (getche()) { i = 1; } i = 1 / i; }")));

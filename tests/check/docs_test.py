@@ -1,7 +1,13 @@
-"""Every id of the checker has its place in docs/checker.md, with a bad and a good example; the
-checker and the engine answer them as the text says.
+"""Every id of the checker has its place in docs/checker.md, with a wrong and a right script side by
+side; the checker and the engine answer them as the text says.
 
     docs_test.py ZELCHECK SCRIPT_RUNNER DOCS/CHECKER.MD
+
+Comments, invisible to readers, say what is special about a wrong script:
+
+    <!-- severity: warning -->   the id is found with this severity, not with that of the heading,
+                                 or with "any"
+    <!-- line ends: LF -->       the script has bare line feeds in place of CR LF
 """
 
 import os
@@ -9,11 +15,15 @@ import re
 import subprocess
 import sys
 import tempfile
+from pathlib import Path
 
 import outcome
 
-SECTION = re.compile(r"^#### `([a-z-]+)` \((error|warning)\)$(.*?)(?=^###|\Z)", re.M | re.S)
-EXAMPLE = re.compile(r"^```c (bad|good)([a-z ]*)\n(.*?)^```$", re.M | re.S)
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "docs"))
+from page import read_blocks  # noqa: E402
+
+HEADING = re.compile(r"#### `([a-z-]+)` \((error|warning)\)")
+SECTION = re.compile(rf"^{HEADING.pattern}$", re.M)
 REPEATED = re.compile("«(.*?)\\*(\\d+)»", re.S)
 
 # These need the engine's window.
@@ -21,12 +31,12 @@ WINDOW = re.compile(r"\b(loadimage|moveimage|createtimer|createtext|addexectfunc
                     r"changewindowname)\b", re.I)
 
 
-def expand(text, flags):
+def expand(text, line_end):
     """The bytes of an example."""
     text = REPEATED.sub(lambda match: "".join(
         match[1].replace("#", str(i)) for i in range(int(match[2]))), text)
     text = text.replace("«\\0»", "\0")
-    return text.replace("\n", "\n" if "lf" in flags else "\r\n").encode("utf-8")
+    return text.replace("\n", line_end).encode("utf-8")
 
 
 def listed_ids(zelcheck):
@@ -35,27 +45,24 @@ def listed_ids(zelcheck):
 
 
 class Example:
-    def __init__(self, name, severity, match):
-        self.name = name
-        self.severity = severity
-        self.is_bad = match[1] == "bad"
-        self.flags = match[2].split()
-        self.script = expand(match[3], self.flags)
+    """One of the two scripts of a block. Without a main it is the inside of one."""
 
-    def wanted_severities(self):
-        if "any" in self.flags:
-            return {"error", "warning"}
-        named = [flag for flag in self.flags if flag in ("error", "warning")]
-        return {named[0] if named else self.severity}
+    def __init__(self, name, severities, lines, line_end="\r\n"):
+        self.name = name
+        self.severities = severities  # that the id may be found with; empty for the right script
+        text = "\n".join(lines).rstrip() + "\n"
+        if " main(" not in text:
+            text = "int main()\n{\n" + text + "}\n"
+        self.script = expand(text, line_end)
 
     def faults(self, findings):
+        if not self.severities:
+            return [f"right example: {findings}"] if findings else []
         own = {found["severity"] for found in findings if found["id"] == self.name}
-        if not self.is_bad:
-            return [f"good example: {findings}"] if findings else []
-        if not own & self.wanted_severities():
-            return [f"bad example: {findings}"]
-        if self.wanted_severities() == {"warning"} and outcome.has_error(findings):
-            return [f"the bad example of a warning has errors: {findings}"]
+        if not own & self.severities:
+            return [f"wrong example: {findings}"]
+        if self.severities == {"warning"} and outcome.has_error(findings):
+            return [f"the wrong example of a warning has errors: {findings}"]
         return []
 
     def engine_faults(self, engine, findings):
@@ -73,25 +80,35 @@ def check_example(example, zelcheck, engine, folder):
     return example.faults(findings) + example.engine_faults(engine, findings)
 
 
-def check_section(match, zelcheck, engine, folder):
-    name, severity, text = match[1], match[2], match[3]
-    examples = [Example(name, severity, found) for found in EXAMPLE.finditer(text)]
-    if [example.is_bad for example in examples] != [True, False]:
-        return [f"{name}: one bad and one good example, please"]
-    return [f"{name}: {fault}" for example in examples
-            for fault in check_example(example, zelcheck, engine, folder)]
+def read_pair(block):
+    """The wrong and the right script of a block."""
+    name, severity = HEADING.fullmatch(block.heading).groups()
+    severity = block.marks.get("severity", severity)
+    wrong, right = (column[1:] for column in block.columns())
+    return [Example(name, {"error", "warning"} if severity == "any" else {severity}, wrong,
+                    "\n" if block.marks.get("line ends") == "LF" else "\r\n"),
+            Example(name, set(), right)]
+
+
+def read_pairs(page):
+    """The ids and the two scripts of each block that has them side by side, in order."""
+    blocks = [block for block in read_blocks(page) if block.columns()]
+    return [(HEADING.fullmatch(block.heading)[1], read_pair(block)) for block in blocks]
 
 
 def main():
     zelcheck, runner, document = sys.argv[1:]
     with open(document, encoding="utf-8") as file:
-        sections = list(SECTION.finditer(file.read()))
+        page = file.read()
     ids = listed_ids(zelcheck)
-    documented = [(match[1], match[2]) for match in sections]
+    documented = SECTION.findall(page)
     faults = [f"documented wrongly: {entry}"
               for entry in set(documented) ^ set(ids.items())]
     if len(documented) != len(ids):
         faults.append(f"{len(ids)} ids, {len(documented)} sections")
+    pairs = read_pairs(page)
+    if [name for name, _ in pairs] != [name for name, _ in documented]:
+        faults.append("one wrong and one right script under each id, please")
     with tempfile.TemporaryDirectory(prefix="zel-docs-") as folder:
         outcome.write_script(folder, b"")
         image = os.path.join(folder, "levels", "level1", "img")
@@ -99,9 +116,9 @@ def main():
         with open(os.path.join(image, "tree.bmp"), "wb"):
             pass
         engine = outcome.Engine(runner, folder)
-        for match in sections:
-            faults += check_section(match, zelcheck, engine, folder)
-    print("\n".join(faults) or f"{len(sections)} ids in order")
+        faults += [f"{name}: {fault}" for name, pair in pairs for example in pair
+                   for fault in check_example(example, zelcheck, engine, folder)]
+    print("\n".join(faults) or f"{len(pairs)} ids in order")
     return 1 if faults else 0
 
 

@@ -65,7 +65,7 @@ class Engine:
 
     @staticmethod
     def wait(process, err):
-        """True if the engine says that it waits for ever."""
+        """True if the engine says that it waits endlessly."""
         deadline = time.monotonic() + SECONDS
         try:
             process.wait(0.02)  # nearly always enough
@@ -73,7 +73,7 @@ class Engine:
             pass
         while process.poll() is None and time.monotonic() < deadline:
             err.seek(0)
-            if b"waits for ever" in err.read():
+            if b"waits endlessly" in err.read():
                 return True
             time.sleep(0.01)
         return False

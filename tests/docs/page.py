@@ -3,7 +3,7 @@
 Every block marked "c" is a whole level script. What follows it up to the next script or heading may
 hold what the page says of the run, in blocks marked "text": standard output, or standard error
 under the comment <!-- standard error -->. A script without such a block prints nothing.
-Further comments, invisible to readers, tell how to run a script; they stand above its blocks:
+Further comments, invisible to readers, tell how to run a script; they are above its blocks:
 
     <!-- input: key space, mousemove 10 20 -->  in a virtual display, with these keys and moves
     <!-- types: y -->                           with this line on standard input

@@ -36,7 +36,7 @@ void abortProcess() {
 void raiseDivisionFault() {
     std::longjmp(gScriptOver, 1);
 }
-void waitForEver(const char*, const Place*) {
+void waitEndlessly(const char*, const Place*) {
     std::longjmp(gScriptOver, 1);
 }
 

@@ -8,7 +8,7 @@
     if __name__ == "__main__":
         bot.main("starfall", "win", win)    # run as: FILE ZELPLAY
 
-The clock of a play stands still while the bot thinks, so the same bot on the same game always does
+The clock of a play stops while the bot thinks, so the same bot on the same game always does
 the same. Its play is the test; the bot is wanted again only when the game has changed.
 """
 

@@ -78,7 +78,7 @@ MISTAKES = {
         ("the tree is missing", "orders", "showimage(tree, 1)", "showimage(tree, 0)"),
         ("the text is black", "orders", "43, 54, 115", "0, 0, 0"),
         ("the greeting is missing", "orders", 'puts("Hello from Zel!");', ""),
-        ("the tree stands elsewhere", "orders", "70, 220", "170, 220"),
+        ("the tree is elsewhere", "orders", "70, 220", "170, 220"),
     ],
     "clouds": [
         ("the sun is fast", "day", "getimagex(light) + 1", "getimagex(light) + 2"),
@@ -101,7 +101,7 @@ def spoil(script, old, new):
     """Puts a mistake in the script; its place must be the only one of its kind."""
     text = script.read_bytes().decode().replace("\r\n", "\n")
     if text.count(old) != 1:
-        raise ValueError(f"{old!r} stands {text.count(old)} times in the script")
+        raise ValueError(f"{old!r} is {text.count(old)} times in the script")
     script.write_bytes(text.replace(old, new).replace("\n", "\r\n").encode())
 
 

@@ -67,7 +67,7 @@ class Running:
 
 
 class KitTest(unittest.TestCase):
-    """A game stands in game/ of the folder that zelkit is started in."""
+    """A game is in game/ of the folder that zelkit is started in."""
 
     def setUp(self):
         scratch = tempfile.TemporaryDirectory()

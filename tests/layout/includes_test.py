@@ -1,6 +1,6 @@
 """Includes run one way, down the list of rooms, and in no circle.
 
-play/ stands on all of the engine. The application shell includes the subsystems, they include the
+play/ may include all of the engine. The application shell includes the subsystems, they include the
 script's wings, and each wing only those below it. The ground, app/base, includes nothing of ours.
 """
 

@@ -281,7 +281,7 @@ def layout(tokens, rng, sloppy=0.0):
 
 
 def gap(text, token, rng):
-    """What stands before a token: nothing, if the two cannot be misread as one."""
+    """What comes before a token: nothing, if the two cannot be misread as one."""
     if token.isspace() or text.endswith((" ", "\n", "\t")):
         return ""
     blank = rng.choice(["", "", "", " ", " ", "  ", "\t", "\r\n", "\r\n  "])

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The mouse in a real window: picks, frames in both directions, orders far and near."""
+"""The mouse in a real window: picks, selection boxes in both directions, orders far and near."""
 
 import sys
 from pathlib import Path

@@ -56,7 +56,7 @@ def layers_cover_each_other(game):
     game.hold_frame(303, 283, 450, 400)
     game.colour_becomes(400, 350, MAGENTA)
     seen = game.picture()
-    assert seen.at(310, 290) == MAGENTA, "the frame is above units"
+    assert seen.at(310, 290) == MAGENTA, "the selection box is above units"
     assert seen.at(320, 300) == MAGENTA, "and above texts"
     assert seen.at(301, 281) == BLUE
     game.xdotool("mouseup", 1)

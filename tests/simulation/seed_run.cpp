@@ -89,7 +89,7 @@ void abortProcess() {
 void raiseDivisionFault() {
     finish(LevelEnd::DivisionFault);
 }
-void waitForEver(const char* reason, const Place*) {
+void waitEndlessly(const char* reason, const Place*) {
     std::fprintf(stderr, "%s\n", reason);
     reportBrokenRule("no level waits endlessly");
 }

@@ -12,7 +12,7 @@
 #include "app/frame.h"
 #include "script/run/program.h"
 
-// What the sanitizers ask for when they start. The graphics driver leaves memory behind when SDL
+// What the sanitizers ask for when they start. The graphics driver keeps memory when SDL
 // unloads it, in code that no leak report can name; leaks of the engine show as growth in the soak
 // test. Hostile pictures ask for more memory than there is.
 extern "C" const char* __asan_default_options();

@@ -7,9 +7,9 @@
     if __name__ == "__main__":
         level_player.main(SCRIPT, held_key_fires_again)     # run as: FILE ENGINE
 
-What the hands, eyes and ears of a player can do stands in player.py. Here a held key does not
+What the hands, eyes and ears of a player can do is in player.py. Here a held key does not
 repeat by itself: every event is one that the test made. What the level has besides its script
-stands in level_folder.py.
+is in level_folder.py.
 """
 
 import fcntl

@@ -2,7 +2,7 @@
 
     with player.Player(engine, folder) as game:
         game.press("space")
-        game.drag(20, 100, 200, 300)      # left button: a selection frame
+        game.drag(20, 100, 200, 300)      # left button: a selection box
         game.click(320, 240, button=3)
         assert game.picture().at(10, 10) == (255, 255, 255)
 
@@ -123,7 +123,7 @@ class Player:
         self.listener = threading.Thread(target=self.listen, daemon=True)
         self.listener.start()
         self.left, self.top = -1, -1
-        until(self.is_ready, "the window to have the keys and to stand still")
+        until(self.is_ready, "the window to have the keys and not to move")
 
     def is_ready(self):
         """Whether the window is there to stay. SDL makes it, and once more for the renderer: the
@@ -244,7 +244,7 @@ class Player:
         self.xdotool(*self.to(x, y), "click", button)
 
     def drag(self, x, y, to_x, to_y, button=1):
-        """Moves with a button held: a selection frame."""
+        """Moves with a button held: a selection box."""
         self.hold_frame(x, y, to_x, to_y, button)
         self.xdotool("mouseup", button)
 
@@ -273,7 +273,7 @@ class Player:
     # Eyes -------------------------------------------------------------------------------------
 
     def title(self):
-        """What stands in the window's title bar."""
+        """The text of the window's title bar."""
         return self.xdotool("getwindowname", self.window).strip()
 
     def picture(self):

@@ -1,7 +1,7 @@
 """What the tests of zelplay share: a level, plays of it, and what comes of them.
 
 Run as: FILE ZELPLAY GAMES. The level has what every test level has, red.bmp and green.bmp of 50 by
-50 pixels, a blue unit and a magenta selection frame.
+50 pixels, a blue unit and a magenta selection box.
 """
 
 import subprocess
@@ -51,7 +51,7 @@ int main()
 
 
 class Plays(unittest.TestCase):
-    """A folder with a level; plays stand beside it."""
+    """A folder with a level; plays are beside it."""
 
     script = LEVEL
 
