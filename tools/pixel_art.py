@@ -79,6 +79,15 @@ def fill_rect(picture, x, y, width, height, letter):
             put(picture, column, row, colour(letter))
 
 
+def disc(picture, middle_x, middle_y, radius, letter_at, edge=1):
+    """Fills a disc; letter_at tells the colour of the pixel at x, y. A pixel may be outside the
+    circle by `edge`, in squares of pixels: without that a disc has four points."""
+    for y in range(middle_y - radius, middle_y + radius + 1):
+        for x in range(middle_x - radius, middle_x + radius + 1):
+            if (x - middle_x) ** 2 + (y - middle_y) ** 2 <= radius * radius + edge:
+                put(picture, x, y, colour(letter_at(x, y)))
+
+
 def paste(picture, other, x, y):
     """Puts another picture's opaque pixels on this one."""
     for row, pixels in enumerate(other):

@@ -10,7 +10,8 @@ GAME = Path(__file__).resolve().parent
 sys.path.insert(0, str(GAME.parent.parent / "tools"))
 
 from pixel_art import (  # noqa: E402  (found only through the line above)
-    blank, colour, enlarge, fill_rect, from_letters, paste, put, soft_box, write_bmp, write_png,
+    FADE, blank, colour, disc, enlarge, fill_rect, from_letters, paste, put, soft_box, write_bmp,
+    write_png,
 )
 
 BIRD_UP = [
@@ -46,23 +47,14 @@ BASKET = [
 ]
 
 
-def disc(picture, middle_x, middle_y, radius, letter_at):
-    """Fills a disc; letter_at tells the colour of the pixel at x, y."""
-    for y in range(middle_y - radius, middle_y + radius + 1):
-        for x in range(middle_x - radius, middle_x + radius + 1):
-            if (x - middle_x) ** 2 + (y - middle_y) ** 2 <= radius * radius + 1:
-                put(picture, x, y, colour(letter_at(x, y)))
-
-
 def sky(bands):
     """A sky of coloured bands, each woven into the next."""
     picture = blank(320, 240)
-    dots = ((0, 8, 2, 10), (12, 4, 14, 6), (3, 11, 1, 9), (15, 7, 13, 5))
     for y in range(240):
         place = y / 180 * (len(bands) - 1)
         band = min(int(place), len(bands) - 2)
         for x in range(320):
-            mixed = place - band > (dots[y % 4][x % 4] + 0.5) / 16
+            mixed = place - band > (FADE[y % 4][x % 4] + 0.5) / 16
             put(picture, x, y, colour(bands[band + 1 if mixed else band]))
     return picture
 

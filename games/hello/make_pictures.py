@@ -10,9 +10,11 @@ GAME = Path(__file__).resolve().parent
 sys.path.insert(0, str(GAME.parent.parent / "tools"))
 
 from pixel_art import (  # noqa: E402  (found only through the line above)
-    blank, colour, enlarge, fill_rect, from_letters, hill, paste, put, size, soft_box,
+    blank, colour, disc, enlarge, fill_rect, from_letters, hill, paste, put, size, soft_box,
     write_bmp,
 )
+
+EDGE = 2  # of discs
 
 # The engine shows every unit 15 by 15 pixels large, so that is the size to draw it in.
 PEON = [
@@ -64,14 +66,6 @@ CLOUD = [
 ]
 
 
-def disc(picture, middle_x, middle_y, radius, letter_at):
-    """Fills a disc; letter_at tells the colour of the pixel at x, y."""
-    for y in range(middle_y - radius, middle_y + radius + 1):
-        for x in range(middle_x - radius, middle_x + radius + 1):
-            if (x - middle_x) ** 2 + (y - middle_y) ** 2 <= radius * radius + 2:
-                put(picture, x, y, colour(letter_at(x, y)))
-
-
 def leaf(x, y):
     """The shade of the crown's pixel: light above, dark below, woven together in between."""
     light = 46 - x - y + 3 * ((x + y) % 2) + 2 * math.sin(x) + 2 * math.cos(1.7 * y)
@@ -88,9 +82,9 @@ def tree():
     for x, width, y in ((20, 6, 36), (19, 8, 45), (17, 12, 48)):
         fill_rect(picture, x, y, width, 50 - y, "m")
     for middle_x, middle_y, radius in ((15, 24, 13), (30, 24, 13), (23, 15, 14), (23, 28, 11)):
-        disc(picture, middle_x, middle_y, radius + 1, lambda x, y: "k")
+        disc(picture, middle_x, middle_y, radius + 1, lambda x, y: "k", EDGE)
     for middle_x, middle_y, radius in ((15, 24, 13), (30, 24, 13), (23, 15, 14), (23, 28, 11)):
-        disc(picture, middle_x, middle_y, radius, leaf)
+        disc(picture, middle_x, middle_y, radius, leaf, EDGE)
     for x, y in ((12, 26), (24, 12), (33, 22), (21, 31), (28, 29), (16, 16)):
         fill_rect(picture, x, y, 2, 2, "r")
     return enlarge(picture, 2)
@@ -118,7 +112,7 @@ def meadow():
     picture = blank(320, 240, "b")
     fill_rect(picture, 0, 78, 320, 60, "w")
     checkered(picture, 78, "b", "w")
-    disc(picture, 268, 34, 15, lambda x, y: "y")
+    disc(picture, 268, 34, 15, lambda x, y: "y", EDGE)
     paste(picture, from_letters(CLOUD), 196, 22)
     paste(picture, from_letters(CLOUD), 24, 56)
     hill(picture, 104, 10, 31, 40, "d")
