@@ -1,5 +1,5 @@
-// How the engine reads an expression, token by token (script/run/evaluator.cpp): with values as far
-// as they are known, and with an explanation where the engine would raise an error.
+// How the engine reads an expression, token by token (script/run/evaluator.cpp): with the values
+// that are known, and with an explanation where the engine would raise an error.
 //
 // Two readers are made from it: the survey looks at every place once (check/survey.h), the trial
 // follows the engine's road (check/trial.h). They differ in what a name means and what a call does.

@@ -229,7 +229,7 @@ void Survey::noteArgument(const BuiltinSignature& builtin, char kind) {
     if (number || isString) return;
     if (kind != 'f' || !token_.isIdentifier()) {
         add(CheckId::TextArgument, token_.start,
-            shownToken() + " is taken for the text itself: put texts in quotes");
+            shownToken() + " is used as the text itself: put texts in quotes");
     }
 }
 

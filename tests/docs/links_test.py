@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Follows the links of the pages: each file is there, and each heading that a link names. No
-picture is so large that a page loads slowly.
+picture is so large that a page loads slowly. The files of the project that a page names are there,
+with or without their ending.
 
     links_test.py ROOT
 """
@@ -10,6 +11,7 @@ import sys
 from pathlib import Path
 
 LARGEST = 1000000  # bytes
+NAMED = re.compile(r"`(\w+(?:/[\w.*]+)+/?)`")
 LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)|<img [^>]*src=\"([^\"]+)\"")
 
 
@@ -39,10 +41,18 @@ def link_faults(page):
             yield f"{page.name}: {link}: no such heading"
 
 
+def name_faults(page, root):
+    folders = {path.name for path in root.iterdir() if path.is_dir() and path.name[:5] != "build"}
+    for name in NAMED.findall(page.read_text(encoding="utf-8")):
+        if name.split("/")[0] in folders and not [*root.glob(name), *root.glob(name + ".*")]:
+            yield f"{page.name}: {name}: no such file"
+
+
 def main():
     root = Path(sys.argv[1])
     pages = [*root.glob("*.md"), *root.glob("docs/*.md"), *root.glob("games/*/README.md")]
     faults = [fault for page in pages for fault in link_faults(page)]
+    faults += [fault for page in pages for fault in name_faults(page, root)]
     print(f"{len(pages)} pages, {len(faults)} faults")
     if len(pages) < 10 or faults:
         sys.exit("\n".join(faults))
