@@ -14,6 +14,7 @@
 
 // What a file was when its picture was loaded. Two equal versions have the same contents: whoever
 // writes a file or changes what may be done with it changes the time too, and cannot set it back.
+// Only a second change within one tick of the file system's clock, some milliseconds, is not seen.
 struct FileVersion {
     dev_t device;
     ino_t inode;
