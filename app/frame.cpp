@@ -40,7 +40,7 @@ static bool isOnWayland() {
 }
 
 static void letPresentsWait(bool wait) {
-    gPresentsWait = SDL_RenderSetVSync(gRenderer, wait ? 1 : 0) != 0 || wait;
+    if (SDL_RenderSetVSync(gRenderer, wait ? 1 : 0) == 0) gPresentsWait = wait;
 }
 
 static void presentOnWayland() {
