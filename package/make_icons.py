@@ -4,9 +4,10 @@
     make_icons.py [FOLDER]     writes FOLDER/GAME.png; without FOLDER, those in icons/
 """
 
-import importlib.util
+import runpy
 import sys
 from pathlib import Path
+from types import SimpleNamespace
 
 HERE = Path(__file__).resolve().parent
 GAMES = HERE.parent / "games"
@@ -21,11 +22,8 @@ CORNER = 9  # radius of the round corners
 
 
 def pictures_of(game):
-    """The module that draws the game's pictures."""
-    spec = importlib.util.spec_from_file_location(game, GAMES / game / "make_pictures.py")
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
-    return module
+    """What draws the game's pictures, by name."""
+    return SimpleNamespace(**runpy.run_path(str(GAMES / game / "make_pictures.py")))
 
 
 def rounded(picture):
