@@ -143,7 +143,7 @@ class Installed(unittest.TestCase):
 
     def test_links_of_the_pages_lead_to_something(self):
         links = Path(SOURCE) / "tests/docs/links_test.py"
-        run(sys.executable, "-B", links, self.share / "doc/zel")
+        run(sys.executable, "-B", links, "--installed", self.share / "doc/zel")
 
     def completions(self, *words):
         """What bash offers for the last word."""
