@@ -57,7 +57,7 @@ buildEngine() {
 # success.
 runTests() {
     ctest --test-dir "$(buildFolder "$1")" --output-on-failure --no-tests=error \
-        -j "$(($(nproc) + 4))" "${@:2}"
+        -j "$(($(nproc) + 6))" "${@:2}"
 }
 
 # The fuzzers work for a fixed time; the play beside them waits most of its own.
