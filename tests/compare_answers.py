@@ -13,7 +13,6 @@ The answers are beside SCRIPT.txt:
 A script in a folder "hangs" has none of .out and .status: the engine must stop over it for good.
 """
 
-import difflib
 import os
 import re
 import select
@@ -129,6 +128,7 @@ def output_fault(expected, out):
         return []
     if expected.regex is not None:
         return ["output does not match " + repr(expected.regex), "actual: " + repr(out)]
+    import difflib  # here, as it takes its time and is seldom wanted
     diff = difflib.context_diff(escaped_lines(expected.out), escaped_lines(out),
                                 "expected", "actual", lineterm="")
     return ["expected: " + repr(expected.out), "actual:   " + repr(out)] + list(diff)
