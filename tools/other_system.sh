@@ -58,8 +58,8 @@ readArguments() {
 
 # The files that are committed, as they are now.
 copyProject() {
-    mkdir -p "$1/root/zel"
-    git ls-files -z | tar --create --null --files-from=- | tar --extract --directory "$1/root/zel"
+    mkdir -p "$1/srv/zel"
+    git ls-files -z | tar --create --null --files-from=- | tar --extract --directory "$1/srv/zel"
 }
 
 # report WHAT COMMAND...: runs it and says how it went; what it says is in the log.
@@ -76,7 +76,7 @@ report() {
 
 inProject() {
     # shellcheck disable=SC2016
-    inRoot "$gRoot" bash -c 'cd /root/zel && exec "$@"' bash "$@"
+    inRoot "$gRoot" bash -c 'cd /srv/zel && exec "$@"' bash "$@"
 }
 
 tryAll() {
@@ -89,7 +89,7 @@ tryAll() {
     report "./run.sh" inProject ./run.sh || return
     if $gTests; then report "./test.sh $gTestWord" inProject ./test.sh "$gTestWord" || failed=1; fi
     report "./package.sh" inProject ./package.sh || return
-    package="$(echo "$gRoot"/root/zel/build-package/*.deb)"
+    package="$(echo "$gRoot"/srv/zel/build-package/*.deb)"
     report "the package" tests/package/fresh_system.sh "$root" "$package" || failed=1
     echo "All that was said: $gLog"
     return "$failed"

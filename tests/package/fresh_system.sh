@@ -33,21 +33,22 @@ until_() {
 # Everything that is in the system but for what a package manager notes and people make.
 listFiles() {
     inRoot "$gRoot" find / -xdev \( -path /proc -o -path /dev -o -path /tmp -o -path /home \
-        -o -path /root -o -path /run -o -path /var/log -o -path /var/cache -o -path /var/lib/apt \
-        -o -path '/var/lib/dpkg/*-old' \) -prune -o -type f -print -o -type l -print | sort
+        -o -path /root -o -path /srv -o -path /run -o -path /var/log -o -path /var/cache \
+        -o -path /var/lib/apt -o -path '/var/lib/dpkg/*-old' \) -prune \
+        -o -type f -print -o -type l -print | sort
 }
 
 installDependencies() {
     local needed
     needed="$(dpkg-deb --field "$gPackage" Depends)"
-    cp "$gPackage" "$gRoot/root/zel.deb"
+    cp "$gPackage" "$gRoot/srv/zel.deb"
     quietly "reading the index" inRoot "$gRoot" apt-get -qq update
     quietly "installing what the package needs" inRoot "$gRoot" \
         apt-get -qq satisfy -y --no-install-recommends "$needed"
 }
 
 installPackage() {
-    quietly "installing the package" inRoot "$gRoot" dpkg --install /root/zel.deb
+    quietly "installing the package" inRoot "$gRoot" dpkg --install /srv/zel.deb
 }
 
 removePackage() {
