@@ -38,7 +38,7 @@ class Run(unittest.TestCase):
 
     def run_sh(self, *words):
         environment = {**os.environ, "PATH": f"{self.folder}/bin:{os.environ['PATH']}",
-                       "DISPLAY": ":none"}
+                       "DISPLAY": ":none", "ZELKIT_BIN": ""}
         return subprocess.run(["./run.sh", *words], cwd=self.folder, env=environment,
                               timeout=PATIENCE, capture_output=True, text=True, check=False)
 
